@@ -1,0 +1,51 @@
+# The two commands of the README. Both install what is missing, configure and build.
+JOBS ?= $(shell nproc)
+BUILD ?= build
+ASAN_BUILD ?= build-asan
+CONFIG = -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTESSALINE_WERROR=ON
+ASAN_CONFIG = -DCMAKE_BUILD_TYPE=Debug -DTESSALINE_WERROR=ON -DTESSALINE_SANITIZE=ON -DTESSALINE_BENCH=OFF
+
+.PHONY: all bootstrap configure build demo test test-fast test-asan bench format check-format clean
+
+all: build
+
+bootstrap:
+	@scripts/bootstrap
+
+configure: bootstrap
+	@cmake -S . -B $(BUILD) $(CONFIG) >/dev/null
+
+build: configure
+	@cmake --build $(BUILD) -j$(JOBS)
+
+demo: configure
+	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-demo
+	@$(BUILD)/apps/tessaline-demo --out out
+
+test: check-format test-fast test-asan
+
+test-fast: build
+	@ctest --test-dir $(BUILD) --output-on-failure -j$(JOBS)
+
+test-asan: bootstrap
+	@cmake -S . -B $(ASAN_BUILD) $(ASAN_CONFIG) >/dev/null
+	@cmake --build $(ASAN_BUILD) -j$(JOBS)
+	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	  ctest --test-dir $(ASAN_BUILD) --output-on-failure -j$(JOBS)
+
+bench: configure
+	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-bench
+	@$(BUILD)/bench/tessaline-bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
+
+# Layout is decided by .clang-format; CI fails on any file that it would change.
+FORMAT_FILES = $(shell git ls-files '*.h' '*.cpp')
+format:
+	@clang-format -i $(FORMAT_FILES)
+
+check-format:
+	@if command -v clang-format >/dev/null; then \
+	  clang-format --dry-run --Werror $(FORMAT_FILES) || { echo "run 'make format'"; exit 1; }; \
+	else echo "clang-format not installed: format check skipped"; fi
+
+clean:
+	rm -rf $(BUILD) $(ASAN_BUILD) out

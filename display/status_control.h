@@ -1,0 +1,64 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "frame/control_frame.h"
+#include "frame/dispatch.h"
+#include "frame/interfaces.h"
+
+namespace tessaline {
+
+// The small icon beside an entry control that tells by picture and tooltip what state the
+// neighbouring value is in. Modes: 0 nothing (text emptied), 1 to 100 nothing (text kept),
+// 101 to 106 an icon and its text; a mode above 106 has no resource and fails to the caller.
+class DTMStatusControl : public virtual IDtmControl,
+                         public virtual IDTMStatusControl,
+                         public Dispatchable,
+                         public ControlFrame {
+ public:
+  // A control on a form, or the status child of another control (with its window).
+  static std::shared_ptr<DTMStatusControl> create(platform::UserControl* parent = nullptr);
+
+  // The frame members are accepted and ignored: setters keep nothing, getters answer empty or
+  // false. Only the data mode is kept.
+  void IDTMControl_Init(Ref<GenericDtm> genericDtm) override;
+  Ref<GenericDtm> IDtmControl_GenericDtm() override { return nullptr; }
+  void IDtmControl_GenericDtm(Ref<GenericDtm>) override {}
+  Ref<DtmContainer> IDtmControl_DtmContainer() override { return nullptr; }
+  void IDtmControl_DtmContainer(Ref<DtmContainer>) override {}
+  int32_t IDtmControl_DataMode() override { return dataMode_; }
+  void IDtmControl_DataMode(int32_t value) override;
+  std::string IDtmControl_Name() override { return {}; }
+  void IDtmControl_Name(const std::string&) override {}
+  bool IDtmControl_Enable() override { return false; }
+  void IDtmControl_Enable(bool) override {}
+  bool IDtmControl_Visible() override { return false; }
+  void IDtmControl_Visible(bool) override {}
+
+  std::string IDTMStatusControl_Text() override { return text_; }
+  void IDTMStatusControl_Text(const std::string& value) override;
+  int32_t IDTMStatusControl_Mode() override { return mode_; }
+  void IDTMStatusControl_Mode(int32_t value) override;
+  bool IDTMStatusControl_Visible() override { return visible_; }
+  void IDTMStatusControl_Visible(bool value) override;
+  bool IDTMStatusControl_Stretch() { return stretch_; }
+  void IDTMStatusControl_Stretch(bool value);
+
+  // The text resource of a mode from 101 to 106: the localization key of its text.
+  static std::string modeText(int32_t mode);
+
+ protected:
+  const MemberTable& members() const override;
+
+ private:
+  explicit DTMStatusControl(platform::UserControl* parent);
+
+  int32_t mode_ = 0;
+  std::string text_;
+  bool visible_ = true;
+  bool stretch_ = false;
+  int32_t dataMode_ = 2;
+};
+
+}  // namespace tessaline

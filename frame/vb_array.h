@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "frame/vb_error.h"
+
+namespace tessaline {
+
+// An array as the controls keep their tables: lower bound 0, and no bounds at all until it
+// is first dimensioned. Asking a table without bounds for its upper bound or an element
+// raises 9, as it always did.
+template <class T>
+class VbArray {
+ public:
+  bool hasBounds() const { return items_.has_value(); }
+  int32_t upperBound() const {
+    if (!items_) throw VbError(err::SubscriptOutOfRange);
+    return static_cast<int32_t>(items_->size()) - 1;
+  }
+  // Fresh elements 0 to upper.
+  void redim(int32_t upper) { items_.emplace(static_cast<size_t>(upper + 1)); }
+  // Elements 0 to upper, keeping those that were there.
+  void redimPreserve(int32_t upper) {
+    if (!items_) items_.emplace();
+    items_->resize(static_cast<size_t>(upper + 1));
+  }
+  void erase() { items_.reset(); }
+
+  T& operator[](int32_t index) { return items_->at(checked(index)); }
+  const T& operator[](int32_t index) const { return items_->at(checked(index)); }
+
+ private:
+  size_t checked(int32_t index) const {
+    if (!items_ || index < 0 || index >= static_cast<int32_t>(items_->size())) {
+      throw VbError(err::SubscriptOutOfRange);
+    }
+    return static_cast<size_t>(index);
+  }
+
+  std::optional<std::vector<T>> items_;
+};
+
+}  // namespace tessaline

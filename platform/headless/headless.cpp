@@ -1,0 +1,334 @@
+#include "platform/headless/headless.h"
+
+#include <algorithm>
+
+namespace tessaline::headless {
+
+namespace {
+
+Backend*& installedBackend() {
+  thread_local Backend* backend = nullptr;
+  return backend;
+}
+
+platform::WindowHandle nextHandle() {
+  thread_local platform::WindowHandle next = 0x1000;
+  return next += 4;
+}
+
+Focusable*& focusedChild() {
+  thread_local Focusable* focused = nullptr;
+  return focused;
+}
+
+template <class Handler, class... Args>
+void raise(const Handler& handler, Args&... args) {
+  if (handler) handler(args...);
+}
+
+// An error that escapes a user's action stops it and is kept by the backend.
+template <class Action>
+void userAction(Action&& action) {
+  try {
+    action();
+  } catch (...) {
+    current().recordUnhandled(VbError::from(std::current_exception()));
+  }
+}
+
+std::vector<UserControl*> ownersOf(Focusable* child) {
+  std::vector<UserControl*> chain;
+  for (UserControl* c = child ? &child->focusOwner() : nullptr; c; c = c->parent()) {
+    chain.push_back(c);
+  }
+  return chain;
+}
+
+bool contains(const std::vector<UserControl*>& chain, UserControl* c) {
+  return std::find(chain.begin(), chain.end(), c) != chain.end();
+}
+
+// The key that types a character, as the keyboard reports it.
+int16_t keyCodeOf(char32_t c, int16_t& shiftState) {
+  shiftState = 0;
+  if (c >= 'a' && c <= 'z') return static_cast<int16_t>(c - 'a' + 'A');
+  if (c >= 'A' && c <= 'Z') {
+    shiftState = platform::shift::kShift;
+    return static_cast<int16_t>(c);
+  }
+  if ((c >= '0' && c <= '9') || c == ' ') return static_cast<int16_t>(c);
+  switch (c) {
+    case '.': return 190;
+    case ',': return 188;
+    case '-': return 189;
+    case '\r': return keys::kReturn;
+    case '\b': return keys::kBack;
+    default: return keys::kPacket;
+  }
+}
+
+}  // namespace
+
+std::vector<VbError> Backend::takeUnhandledErrors() {
+  std::vector<VbError> errors;
+  errors.swap(unhandled_);
+  return errors;
+}
+
+std::unique_ptr<platform::UserControl> Backend::createUserControl(const std::string& className) {
+  return std::make_unique<UserControl>(className, nullptr, nextHandle());
+}
+
+std::shared_ptr<Backend> install(const std::string& decimalSeparator) {
+  auto backend = std::make_shared<Backend>();
+  platform::setBackend(backend);
+  installedBackend() = backend.get();
+  setDecimalSeparator(decimalSeparator);
+  focusedChild() = nullptr;
+  return backend;
+}
+
+Backend& current() {
+  Backend* backend = installedBackend();
+  if (!backend || !platform::hasBackend() || &platform::backend() != backend) {
+    throw VbError(err::Failed, "The headless backend is not installed on this thread");
+  }
+  return *backend;
+}
+
+void setDecimalSeparator(const std::string& separator) {
+  platform::setLocale(std::make_shared<platform::FixedLocale>(separator));
+}
+
+Focusable::~Focusable() {
+  if (focusedChild() == this) focusedChild() = nullptr;
+}
+
+bool Focusable::hasFocus() const { return focusedChild() == this; }
+
+void moveFocus(Focusable* target) {
+  Focusable* old = focusedChild();
+  if (old == target) return;
+  const std::vector<UserControl*> left = ownersOf(old);
+  const std::vector<UserControl*> entered = ownersOf(target);
+  focusedChild() = target;
+  if (old) old->raiseLostFocus();
+  for (UserControl* c : left) {
+    if (!contains(entered, c)) raise(c->events.ExitFocus);
+  }
+  for (auto c = entered.rbegin(); c != entered.rend(); ++c) {
+    if (!contains(left, *c)) raise((*c)->events.EnterFocus);
+  }
+  if (target) target->raiseGotFocus();
+}
+
+// ---- TextBox ----
+
+TextBox::TextBox(UserControl& owner, std::string name, platform::WindowHandle handle,
+                 bool multiLine)
+    : Widget(owner, std::move(name), handle), multiLine_(multiLine) {}
+
+TextBox::~TextBox() = default;
+
+void TextBox::Text(const std::string& value) { setText(value, 0); }
+
+void TextBox::setText(std::string text, int32_t caret) {
+  const bool changed = text != text_;
+  text_ = std::move(text);
+  selStart_ = std::clamp(caret, 0, static_cast<int32_t>(characterCount(text_)));
+  selLength_ = 0;
+  if (changed) raise(events.Change);
+}
+
+void TextBox::SelStart(int32_t value) {
+  selStart_ = std::clamp(value, 0, static_cast<int32_t>(characterCount(text_)));
+  selLength_ = 0;
+}
+
+void TextBox::SelLength(int32_t value) {
+  selLength_ = std::clamp(value, 0, static_cast<int32_t>(characterCount(text_)) - selStart_);
+}
+
+std::string TextBox::SelText() const {
+  return std::string(characterSlice(text_, static_cast<size_t>(selStart_),
+                                    static_cast<size_t>(selLength_)));
+}
+
+void TextBox::SelText(const std::string& value) { replaceSelection(value); }
+
+void TextBox::replaceSelection(const std::string& text) {
+  const size_t begin = byteOffset(text_, static_cast<size_t>(selStart_));
+  const size_t end = begin + byteOffset(std::string_view(text_).substr(begin),
+                                        static_cast<size_t>(selLength_));
+  std::string next = text_.substr(0, begin) + text + text_.substr(end);
+  setText(std::move(next), selStart_ + static_cast<int32_t>(characterCount(text)));
+}
+
+void TextBox::applyCharacter(int16_t character) {
+  if (locked_) return;
+  const auto unit = static_cast<char16_t>(character);
+  if (unit == keys::kBack) {
+    if (selLength_ == 0 && selStart_ > 0) {
+      selStart_ -= 1;
+      selLength_ = 1;
+    }
+    if (selLength_ > 0) replaceSelection("");
+    return;
+  }
+  if (unit == keys::kReturn) {
+    if (multiLine_) replaceSelection("\r\n");
+    return;
+  }
+  if (unit < 32 || unit == 127) return;
+  if (unit >= 0xD800 && unit <= 0xDBFF) {
+    pendingHighSurrogate_ = unit;
+    return;
+  }
+  char32_t cp = unit;
+  if (unit >= 0xDC00 && unit <= 0xDFFF) {
+    cp = pendingHighSurrogate_
+             ? 0x10000 + ((char32_t(pendingHighSurrogate_) - 0xD800) << 10) + (unit - 0xDC00)
+             : char32_t(0xFFFD);
+  }
+  pendingHighSurrogate_ = 0;
+  replaceSelection(encodeUtf8(cp));
+}
+
+void TextBox::focus() {
+  if (!reachable()) return;
+  userAction([&] { moveFocus(this); });
+}
+
+void TextBox::click() {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    raise(events.Click);
+  });
+}
+
+void TextBox::pressKey(int16_t keyCode, int16_t shift, std::optional<int16_t> character) {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    int16_t code = keyCode, state = shift;
+    raise(events.KeyDown, code, state);
+    if (character) {
+      int16_t ascii = *character;
+      raise(events.KeyPress, ascii);
+      if (ascii != 0) applyCharacter(ascii);
+    }
+    code = keyCode, state = shift;
+    raise(events.KeyUp, code, state);
+  });
+}
+
+void TextBox::type(std::string_view text) {
+  for (size_t offset = 0, length = 0; offset < text.size(); offset += length) {
+    const char32_t cp = decodeAt(text, offset, length);
+    int16_t state = 0;
+    const int16_t code = keyCodeOf(cp, state);
+    if (cp <= 0xFFFF) {
+      pressKey(code, state, static_cast<int16_t>(cp));
+    } else {
+      const char32_t v = cp - 0x10000;
+      pressKey(code, state, static_cast<int16_t>(0xD800 + (v >> 10)));
+      pressKey(code, state, static_cast<int16_t>(0xDC00 + (v & 0x3FF)));
+    }
+  }
+}
+
+void TextBox::select(int32_t start, int32_t length) {
+  SelStart(start);
+  SelLength(length);
+}
+
+void TextBox::paste() {
+  if (!reachable() || locked_) return;
+  userAction([&] { replaceSelection(current().clipboard().GetText()); });
+}
+
+void TextBox::blur() {
+  if (!hasFocus()) return;
+  userAction([] { moveFocus(nullptr); });
+}
+
+void TextBox::raiseGotFocus() { raise(events.GotFocus); }
+
+void TextBox::raiseLostFocus() { raise(events.LostFocus); }
+
+// ---- Label ----
+
+void Label::Caption(const std::string& value) {
+  caption_ = value;
+  if (autoSize_) fit();
+}
+
+void Label::AutoSize(bool value) {
+  autoSize_ = value;
+  if (autoSize_) fit();
+}
+
+void Label::click() {
+  if (!reachable()) return;
+  userAction([&] { raise(events.Click); });
+}
+
+// Sans serif at 8 points: about 7 pixels a character and 13 pixels a line, 15 twips a pixel.
+void Label::fit() {
+  width_ = static_cast<int32_t>(characterCount(caption_)) * 7 * 15;
+  height_ = 13 * 15;
+}
+
+// ---- UserControl ----
+
+UserControl::UserControl(std::string className, UserControl* parent,
+                         platform::WindowHandle handle)
+    : className_(std::move(className)), parent_(parent), handle_(handle) {}
+
+UserControl::~UserControl() = default;
+
+void UserControl::Width(int32_t value) {
+  if (value == width_) return;
+  width_ = value;
+  raise(events.Resize);
+}
+
+void UserControl::Height(int32_t value) {
+  if (value == height_) return;
+  height_ = value;
+  raise(events.Resize);
+}
+
+void UserControl::resize(int32_t width, int32_t height) {
+  if (width == width_ && height == height_) return;
+  width_ = width;
+  height_ = height;
+  userAction([&] { raise(events.Resize); });
+}
+
+std::vector<std::string> UserControl::takePropertyChanges() {
+  std::vector<std::string> changes;
+  changes.swap(propertyChanges_);
+  return changes;
+}
+
+std::unique_ptr<platform::TextBox> UserControl::createTextBox(const std::string& name,
+                                                              bool multiLine) {
+  return std::make_unique<TextBox>(*this, name, nextHandle(), multiLine);
+}
+
+std::unique_ptr<platform::Label> UserControl::createLabel(const std::string& name) {
+  return std::make_unique<Label>(*this, name, 0);
+}
+
+std::unique_ptr<platform::UserControl> UserControl::createChildControl(
+    const std::string& className) {
+  return std::make_unique<UserControl>(className, this, nextHandle());
+}
+
+TextBox& user(platform::TextBox& box) { return dynamic_cast<TextBox&>(box); }
+Label& user(platform::Label& label) { return dynamic_cast<Label&>(label); }
+UserControl& user(platform::UserControl& window) { return dynamic_cast<UserControl&>(window); }
+
+}  // namespace tessaline::headless

@@ -1,0 +1,248 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "frame/text.h"
+#include "frame/vb_error.h"
+#include "platform/locale.h"
+#include "platform/widgets.h"
+
+// The headless backend: every child control in memory, with the behaviour of the classic
+// controls that the composite controls rely on, and a user that tests drive: focus, click,
+// keys, paste. An error that escapes a user's action (as an unhandled error in an event
+// would) stops that action and is kept, so a test can see it and the process goes on.
+namespace tessaline::headless {
+
+class UserControl;
+
+// Key codes of the keys that tests press.
+namespace keys {
+inline constexpr int16_t kBack = 8;
+inline constexpr int16_t kReturn = 13;
+inline constexpr int16_t kShift = 16;
+inline constexpr int16_t kControl = 17;
+inline constexpr int16_t kDelete = 46;
+inline constexpr int16_t kPacket = 231;  // a character that has no key of its own
+}  // namespace keys
+
+class Backend : public platform::Backend {
+ public:
+  std::unique_ptr<platform::UserControl> createUserControl(const std::string& className) override;
+  platform::Clipboard& clipboard() override { return clipboard_; }
+
+  // Errors that escaped a user's action, oldest first; taking them clears the list.
+  std::vector<VbError> takeUnhandledErrors();
+  void recordUnhandled(const VbError& error) { unhandled_.push_back(error); }
+
+ private:
+  class MemoryClipboard : public platform::Clipboard {
+   public:
+    void Clear() override { text_.clear(); }
+    void SetText(const std::string& text) override { text_ = text; }
+    std::string GetText() override { return text_; }
+
+   private:
+    std::string text_;
+  };
+
+  MemoryClipboard clipboard_;
+  std::vector<VbError> unhandled_;
+};
+
+// Installs a fresh headless backend and a locale with this decimal separator on the thread.
+std::shared_ptr<Backend> install(const std::string& decimalSeparator = ".");
+// The headless backend installed on this thread.
+Backend& current();
+// Changes the decimal separator of this thread's locale.
+void setDecimalSeparator(const std::string& separator);
+
+// A child that can hold the focus. The focus moves with the events of the classic
+// controls: LostFocus of the old child, ExitFocus of each composite control that it leaves,
+// EnterFocus of each that it enters (outermost first), GotFocus of the new child.
+class Focusable {
+ public:
+  virtual ~Focusable();
+  virtual UserControl& focusOwner() const = 0;
+  virtual void raiseGotFocus() = 0;
+  virtual void raiseLostFocus() = 0;
+  bool hasFocus() const;
+};
+// Moves the focus to a child, or to nothing.
+void moveFocus(Focusable* target);
+
+// What every headless child keeps.
+template <class Interface>
+class Widget : public Interface {
+ public:
+  Widget(UserControl& owner, std::string name, platform::WindowHandle handle)
+      : owner_(owner), name_(std::move(name)), handle_(handle) {}
+
+  const std::string& Name() const override { return name_; }
+  platform::WindowHandle hWnd() const override { return handle_; }
+  bool Visible() const override { return visible_; }
+  void Visible(bool value) override { visible_ = value; }
+  bool Enabled() const override { return enabled_; }
+  void Enabled(bool value) override { enabled_ = value; }
+  int32_t Left() const override { return left_; }
+  void Left(int32_t value) override { left_ = value; }
+  int32_t Top() const override { return top_; }
+  void Top(int32_t value) override { top_ = value; }
+  int32_t Width() const override { return width_; }
+  void Width(int32_t value) override { width_ = value; }
+  int32_t Height() const override { return height_; }
+  void Height(int32_t value) override { height_ = value; }
+  platform::Color BackColor() const override { return backColor_; }
+  void BackColor(platform::Color value) override { backColor_ = value; }
+  platform::Color ForeColor() const override { return foreColor_; }
+  void ForeColor(platform::Color value) override { foreColor_ = value; }
+  int32_t TabIndex() const override { return tabIndex_; }
+  void TabIndex(int32_t value) override { tabIndex_ = value; }
+  std::string ToolTipText() const override { return toolTipText_; }
+  void ToolTipText(const std::string& value) override { toolTipText_ = value; }
+  Variant property(std::string_view name) const override {
+    const auto found = properties_.find(toLowerAscii(std::string(name)));
+    return found == properties_.end() ? Variant() : found->second;
+  }
+  void property(std::string_view name, const Variant& value) override {
+    properties_[toLowerAscii(std::string(name))] = value;
+  }
+
+  UserControl& owner() const { return owner_; }
+  // A user can reach a control that is visible and enabled.
+  bool reachable() const { return visible_ && enabled_; }
+
+ protected:
+  UserControl& owner_;
+  std::string name_;
+  platform::WindowHandle handle_;
+  bool visible_ = true;
+  bool enabled_ = true;
+  int32_t left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+  platform::Color backColor_ = platform::colors::kWindow;
+  platform::Color foreColor_ = platform::colors::kWindowText;
+  int32_t tabIndex_ = 0;
+  std::string toolTipText_;
+  std::map<std::string, Variant> properties_;
+};
+
+class TextBox : public Widget<platform::TextBox>, public Focusable {
+ public:
+  TextBox(UserControl& owner, std::string name, platform::WindowHandle handle, bool multiLine);
+  ~TextBox() override;
+
+  std::string Text() const override { return text_; }
+  void Text(const std::string& value) override;
+  int32_t SelStart() const override { return selStart_; }
+  void SelStart(int32_t value) override;
+  int32_t SelLength() const override { return selLength_; }
+  void SelLength(int32_t value) override;
+  std::string SelText() const override;
+  void SelText(const std::string& value) override;
+  bool Locked() const override { return locked_; }
+  void Locked(bool value) override { locked_ = value; }
+  bool MultiLine() const override { return multiLine_; }
+
+  // The user's actions. Each does nothing on a box that is invisible or disabled.
+  // Tab into the box: the focus comes here (EnterFocus of the control, GotFocus).
+  void focus();
+  // A click in the box: the focus comes here, then Click.
+  void click();
+  // One key: KeyDown, then (for a key with a character) KeyPress and the edit, then KeyUp.
+  void pressKey(int16_t keyCode, int16_t shift = 0, std::optional<int16_t> character = {});
+  // Types each character of a UTF-8 text as one key, focusing the box first if needed.
+  void type(std::string_view text);
+  void backspace() { pressKey(keys::kBack, 0, keys::kBack); }
+  // Selects with the mouse or the arrow keys: no event but the caret's move.
+  void select(int32_t start, int32_t length);
+  // Pastes with the mouse (the context menu): the clipboard's text replaces the selection,
+  // with Change and no key event.
+  void paste();
+  // The focus leaves the box for nothing (a click on the empty form).
+  void blur();
+
+  UserControl& focusOwner() const override { return owner_; }
+  void raiseGotFocus() override;
+  void raiseLostFocus() override;
+
+ private:
+  void replaceSelection(const std::string& text);
+  void applyCharacter(int16_t character);
+  void setText(std::string text, int32_t caret);
+
+  std::string text_;
+  int32_t selStart_ = 0;
+  int32_t selLength_ = 0;
+  bool locked_ = false;
+  bool multiLine_;
+  char16_t pendingHighSurrogate_ = 0;
+};
+
+class Label : public Widget<platform::Label> {
+ public:
+  using Widget::Widget;
+
+  std::string Caption() const override { return caption_; }
+  void Caption(const std::string& value) override;
+  bool AutoSize() const override { return autoSize_; }
+  void AutoSize(bool value) override;
+
+  // A click on the label.
+  void click();
+
+ private:
+  void fit();
+
+  std::string caption_;
+  bool autoSize_ = false;
+};
+
+class UserControl : public platform::UserControl {
+ public:
+  UserControl(std::string className, UserControl* parent, platform::WindowHandle handle);
+  ~UserControl() override;
+
+  const std::string& ClassName() const override { return className_; }
+  platform::WindowHandle hWnd() const override { return handle_; }
+  int32_t Width() const override { return width_; }
+  void Width(int32_t value) override;
+  int32_t Height() const override { return height_; }
+  void Height(int32_t value) override;
+  bool Visible() const override { return visible_; }
+  void Visible(bool value) override { visible_ = value; }
+  int32_t Left() const override { return left_; }
+  void Left(int32_t value) override { left_ = value; }
+  int32_t Top() const override { return top_; }
+  void Top(int32_t value) override { top_ = value; }
+  void PropertyChanged(const std::string& name) override { propertyChanges_.push_back(name); }
+
+  std::unique_ptr<platform::TextBox> createTextBox(const std::string& name,
+                                                   bool multiLine) override;
+  std::unique_ptr<platform::Label> createLabel(const std::string& name) override;
+  std::unique_ptr<platform::UserControl> createChildControl(const std::string& className) override;
+
+  UserControl* parent() const { return parent_; }
+  // The names of the property-changed notifications, in order; taking them clears the list.
+  std::vector<std::string> takePropertyChanges();
+  // The user resizes the control on the form.
+  void resize(int32_t width, int32_t height);
+
+ private:
+  std::string className_;
+  UserControl* parent_;
+  platform::WindowHandle handle_;
+  int32_t width_ = 0, height_ = 0, left_ = 0, top_ = 0;
+  bool visible_ = true;
+  std::vector<std::string> propertyChanges_;
+};
+
+// The headless object behind a child or window that the headless backend made.
+TextBox& user(platform::TextBox& box);
+Label& user(platform::Label& label);
+UserControl& user(platform::UserControl& window);
+
+}  // namespace tessaline::headless

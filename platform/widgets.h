@@ -1,0 +1,185 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "frame/variant.h"
+
+// The standard child controls that the composite controls are built of, and the composite
+// control's own window. Lengths are twips; colours are 0x00BBGGRR numbers or system colours.
+// Each behaviour that a control relies on is written down at the member it belongs to: every
+// backend has to reproduce it.
+namespace tessaline::platform {
+
+using WindowHandle = int32_t;
+using Color = int32_t;
+
+namespace colors {
+inline constexpr Color kWindow = static_cast<Color>(0x80000005);
+inline constexpr Color kWindowText = static_cast<Color>(0x80000008);
+inline constexpr Color kHighlight = static_cast<Color>(0x8000000D);
+inline constexpr Color kButtonFace = static_cast<Color>(0x8000000F);
+inline constexpr Color kButtonText = static_cast<Color>(0x80000012);
+inline constexpr Color kYellow = 0x0000FFFF;
+inline constexpr Color kWhite = 0x00FFFFFF;
+}  // namespace colors
+
+// Shift states of key events.
+namespace shift {
+inline constexpr int16_t kShift = 1;
+inline constexpr int16_t kCtrl = 2;
+inline constexpr int16_t kAlt = 4;
+}  // namespace shift
+
+using Handler = std::function<void()>;
+using KeyHandler = std::function<void(int16_t& KeyCode, int16_t& Shift)>;
+using KeyPressHandler = std::function<void(int16_t& KeyAscii)>;
+
+// What every child control has. Properties that the controls only pass through (Appearance,
+// BorderStyle, Font, MousePointer, OLEDropMode, ...) are kept by name with property().
+class Widget {
+ public:
+  virtual ~Widget() = default;
+
+  // The design name on the form: "Text1", "TooltipLabel".
+  virtual const std::string& Name() const = 0;
+  // The window handle; 0 for windowless controls such as labels.
+  virtual WindowHandle hWnd() const = 0;
+  virtual bool Visible() const = 0;
+  virtual void Visible(bool value) = 0;
+  virtual bool Enabled() const = 0;
+  virtual void Enabled(bool value) = 0;
+  virtual int32_t Left() const = 0;
+  virtual void Left(int32_t value) = 0;
+  virtual int32_t Top() const = 0;
+  virtual void Top(int32_t value) = 0;
+  virtual int32_t Width() const = 0;
+  virtual void Width(int32_t value) = 0;
+  virtual int32_t Height() const = 0;
+  virtual void Height(int32_t value) = 0;
+  virtual Color BackColor() const = 0;
+  virtual void BackColor(Color value) = 0;
+  virtual Color ForeColor() const = 0;
+  virtual void ForeColor(Color value) = 0;
+  virtual int32_t TabIndex() const = 0;
+  virtual void TabIndex(int32_t value) = 0;
+  virtual std::string ToolTipText() const = 0;
+  virtual void ToolTipText(const std::string& value) = 0;
+
+  // A pass-through property; Empty until set.
+  virtual Variant property(std::string_view name) const = 0;
+  virtual void property(std::string_view name, const Variant& value) = 0;
+};
+
+// The classic single- or multi-line edit control.
+// - A typed character (a KeyPress that its handler left non-zero) replaces the selection at
+//   the caret; backspace (8) deletes the selection or the character before the caret. Other
+//   control characters are left to the composite control (clipboard keys are its business);
+//   in a multi-line box a carriage return (13) starts a new line.
+// - Change is raised on every change of the text, also one made by program, and only then.
+// - Text set by program puts the caret at the start with nothing selected.
+// - A Locked box takes no typed change; a disabled one takes no input at all.
+class TextBox : public Widget {
+ public:
+  struct Events {
+    Handler Change, Click, DblClick, GotFocus, LostFocus;
+    KeyHandler KeyDown, KeyUp;
+    KeyPressHandler KeyPress;
+  };
+  Events events;
+
+  virtual std::string Text() const = 0;
+  virtual void Text(const std::string& value) = 0;
+  // Caret and selection in characters.
+  virtual int32_t SelStart() const = 0;
+  virtual void SelStart(int32_t value) = 0;
+  virtual int32_t SelLength() const = 0;
+  virtual void SelLength(int32_t value) = 0;
+  virtual std::string SelText() const = 0;
+  // Replaces the selection; the caret goes behind the new text.
+  virtual void SelText(const std::string& value) = 0;
+  virtual bool Locked() const = 0;
+  virtual void Locked(bool value) = 0;
+  // Fixed at design time.
+  virtual bool MultiLine() const = 0;
+};
+
+// The classic label: windowless, a caption, and with AutoSize a size that fits the caption.
+class Label : public Widget {
+ public:
+  struct Events {
+    Handler Click, DblClick;
+  };
+  Events events;
+
+  virtual std::string Caption() const = 0;
+  virtual void Caption(const std::string& value) = 0;
+  // With AutoSize true, Width and Height follow every caption (the text measure's size).
+  virtual bool AutoSize() const = 0;
+  virtual void AutoSize(bool value) = 0;
+};
+
+// The composite control's own window: its size, its place on the form (the extender's
+// Visible), its children, and the notification that a property changed.
+// - Setting Width or Height raises Resize; a Resize handler may set them again.
+// - EnterFocus is raised when the focus comes to one of its children from outside, before
+//   the child's GotFocus; ExitFocus when it leaves, after the child's LostFocus.
+class UserControl {
+ public:
+  struct Events {
+    Handler Resize, EnterFocus, ExitFocus;
+  };
+  Events events;
+
+  virtual ~UserControl() = default;
+
+  virtual const std::string& ClassName() const = 0;
+  virtual WindowHandle hWnd() const = 0;
+  virtual int32_t Width() const = 0;
+  virtual void Width(int32_t value) = 0;
+  virtual int32_t Height() const = 0;
+  virtual void Height(int32_t value) = 0;
+  // As the form sees this control.
+  virtual bool Visible() const = 0;
+  virtual void Visible(bool value) = 0;
+  virtual int32_t Left() const = 0;
+  virtual void Left(int32_t value) = 0;
+  virtual int32_t Top() const = 0;
+  virtual void Top(int32_t value) = 0;
+
+  // Marks the saved state of the control as stale, under a property's name.
+  virtual void PropertyChanged(const std::string& name) = 0;
+
+  virtual std::unique_ptr<TextBox> createTextBox(const std::string& name, bool multiLine) = 0;
+  virtual std::unique_ptr<Label> createLabel(const std::string& name) = 0;
+  // The window of a composite control that stands on this one as a child.
+  virtual std::unique_ptr<UserControl> createChildControl(const std::string& className) = 0;
+};
+
+// The system clipboard, text only.
+class Clipboard {
+ public:
+  virtual ~Clipboard() = default;
+  virtual void Clear() = 0;
+  virtual void SetText(const std::string& text) = 0;
+  virtual std::string GetText() = 0;
+};
+
+// A widget toolkit. The controls reach it through backend(); tests and applications install
+// one per thread with setBackend().
+class Backend {
+ public:
+  virtual ~Backend() = default;
+  virtual std::unique_ptr<UserControl> createUserControl(const std::string& className) = 0;
+  virtual Clipboard& clipboard() = 0;
+};
+
+// The backend of this thread; a control created without one raises a failure that says so.
+Backend& backend();
+void setBackend(std::shared_ptr<Backend> toolkit);
+bool hasBackend();
+
+}  // namespace tessaline::platform
