@@ -31,13 +31,20 @@ void DTMStatusControl::IDtmControl_DataMode(int32_t value) {
 
 std::string DTMStatusControl::modeText(int32_t mode) {
   switch (mode) {
-    case 101: return "Read Error";
-    case 102: return "Value Changed";
-    case 103: return "Write Error";
-    case 104: return "InValide Value";
-    case 105: return "DataNot Loaded";
-    case 106: return "Dynamic Value";
-    default: break;
+    case 101:
+      return "Read Error";
+    case 102:
+      return "Value Changed";
+    case 103:
+      return "Write Error";
+    case 104:
+      return "InValide Value";
+    case 105:
+      return "DataNot Loaded";
+    case 106:
+      return "Dynamic Value";
+    default:
+      break;
   }
   throw VbError(err::ResourceNotFound,
                 "Resource with identifier '" + std::to_string(mode) + "' not found");

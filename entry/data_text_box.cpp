@@ -269,9 +269,8 @@ const MemberTable& DTMDataTextBox::members() const {
         .TESSALINE_PROPERTY(std::string, text)
         .TESSALINE_PROPERTY(platform::Color, BackColor)
         .TESSALINE_PROPERTY(std::string, ToolTipText)
-        .method("IsNotANumber", [](Self& s, DispatchArgs& a) {
-          return Variant(s.IsNotANumber(argument(a, 0)));
-        });
+        .method("IsNotANumber",
+                [](Self& s, DispatchArgs& a) { return Variant(s.IsNotANumber(argument(a, 0))); });
     return t.build();
   }();
   return table;

@@ -8,7 +8,8 @@ namespace tessaline {
 Variant DataTypeController::DataType() {
   if (dataType_.isNumeric() && dataType_.toDouble() == 1) return Variant("String");
   if (dataType_.isString()) {
-    const ParsedNumber parsed = parseNumber(dataType_.toText(), platform::locale().decimalSeparator());
+    const ParsedNumber parsed =
+        parseNumber(dataType_.toText(), platform::locale().decimalSeparator());
     if (parsed.outcome == ParseOutcome::Number && parsed.value == 1) return Variant("String");
   }
   return dataType_;

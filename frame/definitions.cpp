@@ -14,17 +14,28 @@ struct AttributeField {
 
 AttributeField fieldOf(DataItemAttribute which) {
   switch (which) {
-    case DataItemAttribute::Name: return {"name", &DeviceDataItem::name};
-    case DataItemAttribute::Type: return {"type", &DeviceDataItem::Type};
-    case DataItemAttribute::FormatString: return {"formatString", &DeviceDataItem::FormatString};
-    case DataItemAttribute::Access: return {"access", &DeviceDataItem::Access};
-    case DataItemAttribute::DefaultValue: return {"defaultValue", &DeviceDataItem::DefaultValue};
-    case DataItemAttribute::Label: return {"label", &DeviceDataItem::Label};
-    case DataItemAttribute::Unit: return {"unit", &DeviceDataItem::Unit};
-    case DataItemAttribute::Source: return {"source", &DeviceDataItem::Source};
-    case DataItemAttribute::Description: return {"description", &DeviceDataItem::Description};
-    case DataItemAttribute::Help: return {"help", &DeviceDataItem::Help};
-    case DataItemAttribute::Validators: break;
+    case DataItemAttribute::Name:
+      return {"name", &DeviceDataItem::name};
+    case DataItemAttribute::Type:
+      return {"type", &DeviceDataItem::Type};
+    case DataItemAttribute::FormatString:
+      return {"formatString", &DeviceDataItem::FormatString};
+    case DataItemAttribute::Access:
+      return {"access", &DeviceDataItem::Access};
+    case DataItemAttribute::DefaultValue:
+      return {"defaultValue", &DeviceDataItem::DefaultValue};
+    case DataItemAttribute::Label:
+      return {"label", &DeviceDataItem::Label};
+    case DataItemAttribute::Unit:
+      return {"unit", &DeviceDataItem::Unit};
+    case DataItemAttribute::Source:
+      return {"source", &DeviceDataItem::Source};
+    case DataItemAttribute::Description:
+      return {"description", &DeviceDataItem::Description};
+    case DataItemAttribute::Help:
+      return {"help", &DeviceDataItem::Help};
+    case DataItemAttribute::Validators:
+      break;
   }
   return {"validators", nullptr};
 }

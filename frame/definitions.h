@@ -62,10 +62,10 @@ using DataItemAttributes = std::span<const DataItemAttribute>;
 
 // What each family of controls reads.
 inline constexpr DataItemAttribute kAllElevenAttributes[] = {
-    DataItemAttribute::Name,        DataItemAttribute::Type,       DataItemAttribute::FormatString,
-    DataItemAttribute::Access,      DataItemAttribute::DefaultValue, DataItemAttribute::Label,
-    DataItemAttribute::Unit,        DataItemAttribute::Source,     DataItemAttribute::Description,
-    DataItemAttribute::Validators,  DataItemAttribute::Help,
+    DataItemAttribute::Name,       DataItemAttribute::Type,         DataItemAttribute::FormatString,
+    DataItemAttribute::Access,     DataItemAttribute::DefaultValue, DataItemAttribute::Label,
+    DataItemAttribute::Unit,       DataItemAttribute::Source,       DataItemAttribute::Description,
+    DataItemAttribute::Validators, DataItemAttribute::Help,
 };
 inline constexpr DataItemAttributes kFirstTenAttributes =
     DataItemAttributes(kAllElevenAttributes).first(10);

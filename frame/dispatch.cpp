@@ -34,7 +34,9 @@ Variant Dispatchable::call(std::string_view name, DispatchArgs& args) {
 
 Variant Dispatchable::call(std::string_view name, DispatchArgs&& args) { return call(name, args); }
 
-bool Dispatchable::hasMember(std::string_view name) const { return members().find(name) != nullptr; }
+bool Dispatchable::hasMember(std::string_view name) const {
+  return members().find(name) != nullptr;
+}
 
 const Variant& argument(const DispatchArgs& args, size_t index) {
   if (index >= args.size()) throw VbError(err::ArgumentNotOptional);

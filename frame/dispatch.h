@@ -107,16 +107,20 @@ class MemberTableBuilder {
  public:
   template <class T>
   MemberTableBuilder& property(std::string name, T (C::*getter)(), void (C::*setter)(T)) {
-    table_.add({std::move(name), getterOf(getter), [setter](Dispatchable& d, const Variant& v) {
-                  (self(d).*setter)(fromVariant<T>(v));
-                }, {}});
+    table_.add(
+        {std::move(name),
+         getterOf(getter),
+         [setter](Dispatchable& d, const Variant& v) { (self(d).*setter)(fromVariant<T>(v)); },
+         {}});
     return *this;
   }
   template <class T>
   MemberTableBuilder& property(std::string name, T (C::*getter)(), void (C::*setter)(const T&)) {
-    table_.add({std::move(name), getterOf(getter), [setter](Dispatchable& d, const Variant& v) {
-                  (self(d).*setter)(fromVariant<T>(v));
-                }, {}});
+    table_.add(
+        {std::move(name),
+         getterOf(getter),
+         [setter](Dispatchable& d, const Variant& v) { (self(d).*setter)(fromVariant<T>(v)); },
+         {}});
     return *this;
   }
   template <class T>
@@ -125,9 +129,10 @@ class MemberTableBuilder {
     return *this;
   }
   MemberTableBuilder& method(std::string name, std::function<Variant(C&, DispatchArgs&)> body) {
-    table_.add({std::move(name), {}, {}, [body = std::move(body)](Dispatchable& d, DispatchArgs& a) {
-                  return body(self(d), a);
-                }});
+    table_.add(
+        {std::move(name), {}, {}, [body = std::move(body)](Dispatchable& d, DispatchArgs& a) {
+           return body(self(d), a);
+         }});
     return *this;
   }
   MemberTable build() { return std::move(table_); }
@@ -145,5 +150,6 @@ class MemberTableBuilder {
 }  // namespace tessaline
 
 // One row of a member table: the property of that name with its getter and setter.
-#define TESSALINE_PROPERTY(Type, Member) template property<Type>(#Member, &Self::Member, &Self::Member)
+#define TESSALINE_PROPERTY(Type, Member) \
+  template property<Type>(#Member, &Self::Member, &Self::Member)
 #define TESSALINE_READONLY(Type, Member) template readOnly<Type>(#Member, &Self::Member)

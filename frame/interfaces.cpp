@@ -27,8 +27,7 @@ Ref<Object> queryInterface(const Ref<Object>& object, std::string_view iid) {
       implements<IDtmControl>(object, id) || implements<IDTMDataControl>(object, id) ||
       implements<IDTMEnumeration>(object, id) || implements<IDTMEnumeration1>(object, id) ||
       implements<IDTMControlFormatter>(object, id) ||
-      implements<IDtmDataControlCaption>(object, id) ||
-      implements<IDTMStatusControl>(object, id) ||
+      implements<IDtmDataControlCaption>(object, id) || implements<IDTMStatusControl>(object, id) ||
       implements<IDtmDataSubscriptionControl>(object, id) ||
       implements<IDtmDataSubscriptionControlRange>(object, id) ||
       implements<IDtmNavigation>(object, id) || implements<IDtmTrendControl>(object, id) ||

@@ -99,9 +99,12 @@ constexpr double kLastDate = 2958465.99999999;
 double numberFromText(const std::string& text) {
   const ParsedNumber parsed = parseNumber(text, separator());
   switch (parsed.outcome) {
-    case ParseOutcome::Number: return parsed.value;
-    case ParseOutcome::Overflow: throw VbError(err::Overflow);
-    case ParseOutcome::NotANumber: break;
+    case ParseOutcome::Number:
+      return parsed.value;
+    case ParseOutcome::Overflow:
+      throw VbError(err::Overflow);
+    case ParseOutcome::NotANumber:
+      break;
   }
   throw VbError(err::TypeMismatch);
 }
@@ -202,9 +205,9 @@ const Variant& VariantArray::at(int32_t index) const {
 
 VarType Variant::type() const {
   static constexpr VarType kinds[] = {
-      VarType::Empty,  VarType::Null,   VarType::Integer, VarType::Long,
-      VarType::Single, VarType::Double, VarType::Date,    VarType::String,
-      VarType::Object, VarType::Boolean, VarType::Byte,   VarType::Array,
+      VarType::Empty,  VarType::Null,    VarType::Integer, VarType::Long,
+      VarType::Single, VarType::Double,  VarType::Date,    VarType::String,
+      VarType::Object, VarType::Boolean, VarType::Byte,    VarType::Array,
   };
   return kinds[value_.index()];
 }
@@ -217,47 +220,71 @@ bool Variant::isNumeric() const {
     case VarType::Double:
     case VarType::Date:
     case VarType::Boolean:
-    case VarType::Byte: return true;
-    default: return false;
+    case VarType::Byte:
+      return true;
+    default:
+      return false;
   }
 }
 
 std::string Variant::toText() const {
   switch (type()) {
-    case VarType::Empty: return {};
-    case VarType::Null: throw VbError(err::InvalidUseOfNull);
-    case VarType::Integer: return std::to_string(std::get<int16_t>(value_));
-    case VarType::Long: return std::to_string(std::get<int32_t>(value_));
-    case VarType::Byte: return std::to_string(std::get<uint8_t>(value_));
-    case VarType::Single: return formatSingle(std::get<float>(value_), separator());
-    case VarType::Double: return formatDouble(std::get<double>(value_), separator());
-    case VarType::Date: return formatDate(std::get<DateSerial>(value_));
-    case VarType::String: return std::get<std::string>(value_);
-    case VarType::Boolean: return std::get<bool>(value_) ? "True" : "False";
+    case VarType::Empty:
+      return {};
+    case VarType::Null:
+      throw VbError(err::InvalidUseOfNull);
+    case VarType::Integer:
+      return std::to_string(std::get<int16_t>(value_));
+    case VarType::Long:
+      return std::to_string(std::get<int32_t>(value_));
+    case VarType::Byte:
+      return std::to_string(std::get<uint8_t>(value_));
+    case VarType::Single:
+      return formatSingle(std::get<float>(value_), separator());
+    case VarType::Double:
+      return formatDouble(std::get<double>(value_), separator());
+    case VarType::Date:
+      return formatDate(std::get<DateSerial>(value_));
+    case VarType::String:
+      return std::get<std::string>(value_);
+    case VarType::Boolean:
+      return std::get<bool>(value_) ? "True" : "False";
     case VarType::Object:
       if (!std::get<std::shared_ptr<Object>>(value_)) throw VbError(err::ObjectNotSet);
       throw VbError(err::TypeMismatch);
-    case VarType::Array: throw VbError(err::TypeMismatch);
+    case VarType::Array:
+      throw VbError(err::TypeMismatch);
   }
   throw VbError(err::TypeMismatch);
 }
 
 double Variant::toDouble() const {
   switch (type()) {
-    case VarType::Empty: return 0;
-    case VarType::Null: throw VbError(err::InvalidUseOfNull);
-    case VarType::Integer: return std::get<int16_t>(value_);
-    case VarType::Long: return std::get<int32_t>(value_);
-    case VarType::Byte: return std::get<uint8_t>(value_);
-    case VarType::Single: return std::get<float>(value_);
-    case VarType::Double: return std::get<double>(value_);
-    case VarType::Date: return std::get<DateSerial>(value_).days;
-    case VarType::String: return numberFromText(std::get<std::string>(value_));
-    case VarType::Boolean: return std::get<bool>(value_) ? -1.0 : 0.0;
+    case VarType::Empty:
+      return 0;
+    case VarType::Null:
+      throw VbError(err::InvalidUseOfNull);
+    case VarType::Integer:
+      return std::get<int16_t>(value_);
+    case VarType::Long:
+      return std::get<int32_t>(value_);
+    case VarType::Byte:
+      return std::get<uint8_t>(value_);
+    case VarType::Single:
+      return std::get<float>(value_);
+    case VarType::Double:
+      return std::get<double>(value_);
+    case VarType::Date:
+      return std::get<DateSerial>(value_).days;
+    case VarType::String:
+      return numberFromText(std::get<std::string>(value_));
+    case VarType::Boolean:
+      return std::get<bool>(value_) ? -1.0 : 0.0;
     case VarType::Object:
       if (!std::get<std::shared_ptr<Object>>(value_)) throw VbError(err::ObjectNotSet);
       throw VbError(err::TypeMismatch);
-    case VarType::Array: throw VbError(err::TypeMismatch);
+    case VarType::Array:
+      throw VbError(err::TypeMismatch);
   }
   throw VbError(err::TypeMismatch);
 }
@@ -285,28 +312,34 @@ uint8_t Variant::toByte() const {
 
 bool Variant::toBool() const {
   switch (type()) {
-    case VarType::Boolean: return std::get<bool>(value_);
+    case VarType::Boolean:
+      return std::get<bool>(value_);
     case VarType::String: {
-      const std::string word = toUpperAscii(std::string(trimWhitespace(std::get<std::string>(value_))));
+      const std::string word =
+          toUpperAscii(std::string(trimWhitespace(std::get<std::string>(value_))));
       if (word == "TRUE") return true;
       if (word == "FALSE") return false;
       return numberFromText(std::get<std::string>(value_)) != 0;
     }
-    default: return toDouble() != 0;
+    default:
+      return toDouble() != 0;
   }
 }
 
 DateSerial Variant::toDate() const {
   double days = 0;
   switch (type()) {
-    case VarType::Date: return std::get<DateSerial>(value_);
+    case VarType::Date:
+      return std::get<DateSerial>(value_);
     case VarType::String: {
       const auto parsed = parseDateText(std::get<std::string>(value_));
       if (!parsed) throw VbError(err::TypeMismatch);
       days = *parsed;
       break;
     }
-    default: days = toDouble(); break;
+    default:
+      days = toDouble();
+      break;
   }
   if (!(days >= kFirstDate && days <= kLastDate)) throw VbError(err::Overflow);
   return DateSerial{days};
@@ -401,8 +434,10 @@ ParsedNumber parseNumber(std::string_view text, std::string_view decimalSeparato
     uint64_t value = 0;
     for (char c : text.substr(2)) {
       int digit = -1;
-      if (c >= '0' && c <= '9') digit = c - '0';
-      else if (base == 16 && (c | 0x20) >= 'a' && (c | 0x20) <= 'f') digit = (c | 0x20) - 'a' + 10;
+      if (c >= '0' && c <= '9')
+        digit = c - '0';
+      else if (base == 16 && (c | 0x20) >= 'a' && (c | 0x20) <= 'f')
+        digit = (c | 0x20) - 'a' + 10;
       if (digit < 0 || digit >= base) return {};
       value = value * static_cast<uint64_t>(base) + static_cast<uint64_t>(digit);
       if (value > 0xFFFFFFFFull) return {ParseOutcome::Overflow, 0};
@@ -474,17 +509,28 @@ ParsedNumber parseNumber(std::string_view text, std::string_view decimalSeparato
 
 std::string describe(const Variant& value) {
   switch (value.type()) {
-    case VarType::Empty: return "Empty";
-    case VarType::Null: return "Null";
-    case VarType::Integer: return "Integer(" + value.toText() + ")";
-    case VarType::Long: return "Long(" + value.toText() + ")";
-    case VarType::Single: return "Single(" + formatSingle(value.toSingle(), ".") + ")";
-    case VarType::Double: return "Double(" + formatDouble(value.toDouble(), ".") + ")";
-    case VarType::Date: return "Date(" + value.toText() + ")";
-    case VarType::String: return "String(\"" + value.toText() + "\")";
-    case VarType::Boolean: return std::string("Boolean(") + (value.toBool() ? "True" : "False") + ")";
-    case VarType::Byte: return "Byte(" + value.toText() + ")";
-    case VarType::Object: return value.toObject() ? "Object" : "Nothing";
+    case VarType::Empty:
+      return "Empty";
+    case VarType::Null:
+      return "Null";
+    case VarType::Integer:
+      return "Integer(" + value.toText() + ")";
+    case VarType::Long:
+      return "Long(" + value.toText() + ")";
+    case VarType::Single:
+      return "Single(" + formatSingle(value.toSingle(), ".") + ")";
+    case VarType::Double:
+      return "Double(" + formatDouble(value.toDouble(), ".") + ")";
+    case VarType::Date:
+      return "Date(" + value.toText() + ")";
+    case VarType::String:
+      return "String(\"" + value.toText() + "\")";
+    case VarType::Boolean:
+      return std::string("Boolean(") + (value.toBool() ? "True" : "False") + ")";
+    case VarType::Byte:
+      return "Byte(" + value.toText() + ")";
+    case VarType::Object:
+      return value.toObject() ? "Object" : "Nothing";
     case VarType::Array: {
       const VariantArray& array = value.toArray();
       std::string out = "Array(" + std::to_string(array.lowerBound) + ".." +

@@ -69,8 +69,7 @@ class Variant {
   Variant(std::shared_ptr<Object> object) : value_(std::move(object)) {}
   template <class T>
   Variant(const Ref<T>& object) : value_(std::shared_ptr<Object>(object.shared())) {}
-  Variant(VariantArray array)
-      : value_(std::make_shared<const VariantArray>(std::move(array))) {}
+  Variant(VariantArray array) : value_(std::make_shared<const VariantArray>(std::move(array))) {}
 
   static Variant null() {
     Variant v;
@@ -91,12 +90,12 @@ class Variant {
 
   // The text form (CStr).
   std::string toText() const;
-  double toDouble() const;  // CDbl
-  float toSingle() const;   // CSng
-  int16_t toInt16() const;  // CInt
-  int32_t toInt32() const;  // CLng
-  uint8_t toByte() const;   // CByte
-  bool toBool() const;      // CBool
+  double toDouble() const;    // CDbl
+  float toSingle() const;     // CSng
+  int16_t toInt16() const;    // CInt
+  int32_t toInt32() const;    // CLng
+  uint8_t toByte() const;     // CByte
+  bool toBool() const;        // CBool
   DateSerial toDate() const;  // CDate
   // The object referred to; Nothing gives an empty pointer, a value that is no object 13.
   std::shared_ptr<Object> toObject() const;
@@ -111,8 +110,8 @@ class Variant {
   struct NullTag {
     bool operator==(const NullTag&) const = default;
   };
-  using Storage = std::variant<std::monostate, NullTag, int16_t, int32_t, float, double,
-                               DateSerial, std::string, std::shared_ptr<Object>, bool, uint8_t,
+  using Storage = std::variant<std::monostate, NullTag, int16_t, int32_t, float, double, DateSerial,
+                               std::string, std::shared_ptr<Object>, bool, uint8_t,
                                std::shared_ptr<const VariantArray>>;
   Storage value_;
 };

@@ -75,8 +75,8 @@ std::string ReferenceHost::BaseFolder() {
 }
 
 std::string ReferenceHost::ShowMessage(const std::string& icon, const std::string& buttons,
-                                       const std::string& defaultButton,
-                                       const std::string& title, const std::string& text) {
+                                       const std::string& defaultButton, const std::string& title,
+                                       const std::string& text) {
   record("ShowMessage", {icon, buttons, defaultButton, title, text});
   return messageAnswer;
 }

@@ -25,7 +25,9 @@ struct HostCall {
 // The parameters of a device, as a host reads and writes them.
 class SimulatedDevice {
  public:
-  void define(const std::string& parameter, Variant value) { values_[parameter] = std::move(value); }
+  void define(const std::string& parameter, Variant value) {
+    values_[parameter] = std::move(value);
+  }
   // The parameter's value; 13 for a parameter the device doesn't have.
   Variant read(const std::string& parameter) const;
   void write(const std::string& parameter, const Variant& value);
@@ -64,8 +66,8 @@ class ReferenceHost : public GenericDtm, public DtmContainer {
   void LaunchFunctionSecondary(int32_t functionId) override;
   void CallModuleFunction(const std::string& moduleName, const std::string& functionName,
                           const std::string& data) override;
-  void ValidateItemValue(const std::string& itemName, const Variant& value,
-                         std::string& errorText, bool& valid) override;
+  void ValidateItemValue(const std::string& itemName, const Variant& value, std::string& errorText,
+                         bool& valid) override;
   std::string BaseFolder() override;
   std::string ShowMessage(const std::string& icon, const std::string& buttons,
                           const std::string& defaultButton, const std::string& title,

@@ -9,16 +9,18 @@ std::string colorName(int32_t color) {
   std::snprintf(hex, sizeof hex, "&H%08X", static_cast<unsigned>(color));
   std::string name = hex;
   switch (color) {
-    case platform::colors::kWindow: return name + " (window)";
-    case platform::colors::kYellow: return name + " (yellow)";
-    case platform::colors::kHighlight: return name + " (highlight)";
-    default: return name;
+    case platform::colors::kWindow:
+      return name + " (window)";
+    case platform::colors::kYellow:
+      return name + " (yellow)";
+    case platform::colors::kHighlight:
+      return name + " (highlight)";
+    default:
+      return name;
   }
 }
 
-void Transcript::title(const std::string& text) {
-  out_ << "\n== " << text << " ==\n";
-}
+void Transcript::title(const std::string& text) { out_ << "\n== " << text << " ==\n"; }
 
 void Transcript::host(const std::string& action) { out_ << "  host   " << action << "\n"; }
 
@@ -26,9 +28,7 @@ void Transcript::user(const std::string& action) { out_ << "  user   " << action
 
 void Transcript::note(const std::string& text) { out_ << "         " << text << "\n"; }
 
-void Transcript::call(const host::HostCall& call) {
-  out_ << "    -> " << call.text() << "\n";
-}
+void Transcript::call(const host::HostCall& call) { out_ << "    -> " << call.text() << "\n"; }
 
 void Transcript::shows(DTMDataTextBox& box) {
   DTMStatusControl& status = box.DTMStatusControl1();

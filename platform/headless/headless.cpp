@@ -58,12 +58,18 @@ int16_t keyCodeOf(char32_t c, int16_t& shiftState) {
   }
   if ((c >= '0' && c <= '9') || c == ' ') return static_cast<int16_t>(c);
   switch (c) {
-    case '.': return 190;
-    case ',': return 188;
-    case '-': return 189;
-    case '\r': return keys::kReturn;
-    case '\b': return keys::kBack;
-    default: return keys::kPacket;
+    case '.':
+      return 190;
+    case ',':
+      return 188;
+    case '-':
+      return 189;
+    case '\r':
+      return keys::kReturn;
+    case '\b':
+      return keys::kBack;
+    default:
+      return keys::kPacket;
   }
 }
 
@@ -150,16 +156,16 @@ void TextBox::SelLength(int32_t value) {
 }
 
 std::string TextBox::SelText() const {
-  return std::string(characterSlice(text_, static_cast<size_t>(selStart_),
-                                    static_cast<size_t>(selLength_)));
+  return std::string(
+      characterSlice(text_, static_cast<size_t>(selStart_), static_cast<size_t>(selLength_)));
 }
 
 void TextBox::SelText(const std::string& value) { replaceSelection(value); }
 
 void TextBox::replaceSelection(const std::string& text) {
   const size_t begin = byteOffset(text_, static_cast<size_t>(selStart_));
-  const size_t end = begin + byteOffset(std::string_view(text_).substr(begin),
-                                        static_cast<size_t>(selLength_));
+  const size_t end =
+      begin + byteOffset(std::string_view(text_).substr(begin), static_cast<size_t>(selLength_));
   std::string next = text_.substr(0, begin) + text + text_.substr(end);
   setText(std::move(next), selStart_ + static_cast<int32_t>(characterCount(text)));
 }
@@ -282,8 +288,7 @@ void Label::fit() {
 
 // ---- UserControl ----
 
-UserControl::UserControl(std::string className, UserControl* parent,
-                         platform::WindowHandle handle)
+UserControl::UserControl(std::string className, UserControl* parent, platform::WindowHandle handle)
     : className_(std::move(className)), parent_(parent), handle_(handle) {}
 
 UserControl::~UserControl() = default;

@@ -21,14 +21,16 @@ bool isListed(pugi::xml_node child) {
   switch (child.type()) {
     case pugi::node_element:
     case pugi::node_comment:
-    case pugi::node_cdata: return true;
+    case pugi::node_cdata:
+      return true;
     case pugi::node_pcdata: {
       for (const char* c = child.value(); *c; ++c) {
         if (*c != ' ' && *c != '\t' && *c != '\r' && *c != '\n') return true;
       }
       return false;
     }
-    default: return false;
+    default:
+      return false;
   }
 }
 
@@ -86,18 +88,23 @@ class AttributeMap : public XmlNamedNodeMap {
 class Node : public XmlNode {
  public:
   Node(Document doc, pugi::xml_node node) : doc_(std::move(doc)), node_(node) {}
-  Node(Document doc, pugi::xml_attribute attribute)
-      : doc_(std::move(doc)), attribute_(attribute) {}
+  Node(Document doc, pugi::xml_attribute attribute) : doc_(std::move(doc)), attribute_(attribute) {}
 
   std::string nodeName() override {
     if (attribute_) return attribute_.name();
     switch (node_.type()) {
-      case pugi::node_document: return "#document";
-      case pugi::node_element: return node_.name();
-      case pugi::node_pcdata: return "#text";
-      case pugi::node_cdata: return "#cdata-section";
-      case pugi::node_comment: return "#comment";
-      default: return std::string("#") + node_.name();
+      case pugi::node_document:
+        return "#document";
+      case pugi::node_element:
+        return node_.name();
+      case pugi::node_pcdata:
+        return "#text";
+      case pugi::node_cdata:
+        return "#cdata-section";
+      case pugi::node_comment:
+        return "#comment";
+      default:
+        return std::string("#") + node_.name();
     }
   }
 
@@ -106,8 +113,10 @@ class Node : public XmlNode {
     switch (node_.type()) {
       case pugi::node_pcdata:
       case pugi::node_cdata:
-      case pugi::node_comment: return std::string(node_.value());
-      default: return Variant::null();
+      case pugi::node_comment:
+        return std::string(node_.value());
+      default:
+        return Variant::null();
     }
   }
 
@@ -175,13 +184,15 @@ Ref<XmlNode> finish(const Document& doc, const pugi::xml_parse_result& result) {
 
 Ref<XmlNode> parseDocument(std::string_view text) {
   auto doc = std::make_shared<pugi::xml_document>();
-  const auto result = doc->load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
+  const auto result =
+      doc->load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
   return finish(doc, result);
 }
 
 Ref<XmlNode> parseElement(std::string_view text) {
   auto doc = std::make_shared<pugi::xml_document>();
-  const auto result = doc->load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
+  const auto result =
+      doc->load_buffer(text.data(), text.size(), kParseOptions, pugi::encoding_utf8);
   finish(doc, result);
   const pugi::xml_node element = doc->document_element();
   if (!element) return nullptr;
