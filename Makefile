@@ -38,7 +38,7 @@ bench: configure
 	@$(BUILD)/bench/tessaline-bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
 
 # Layout is decided by .clang-format; CI fails on any file that it would change.
-FORMAT_FILES = $(shell git ls-files '*.h' '*.cpp')
+FORMAT_FILES = $(wildcard $(shell git ls-files -co --exclude-standard '*.h' '*.cpp'))
 format:
 	@clang-format -i $(FORMAT_FILES)
 

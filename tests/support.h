@@ -1,0 +1,50 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/logger.h"
+#include "host/reference_host.h"
+#include "platform/headless/headless.h"
+#include "platform/xml/pugi_dom.h"
+
+namespace tessaline::testing {
+
+// A fresh headless backend and a recording host for each test. A test that expects an error
+// to escape a user's action takes it with unhandled(); any left over fails the test.
+class HeadlessTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    headless::install(".");
+    SetSharedHost(nullptr);
+    clearCurrentError();
+    host = std::make_shared<host::ReferenceHost>();
+  }
+
+  void TearDown() override {
+    for (const VbError& error : headless::current().takeUnhandledErrors()) {
+      ADD_FAILURE() << "unexpected unhandled error: " << error.what();
+    }
+    SetSharedHost(nullptr);
+    platform::setBackend(nullptr);
+    platform::setLocale(nullptr);
+  }
+
+  std::vector<VbError> unhandled() { return headless::current().takeUnhandledErrors(); }
+
+  // The operations of the host's calls so far, in order.
+  std::vector<std::string> operations() const {
+    std::vector<std::string> names;
+    for (const auto& call : host->calls()) names.push_back(call.operation);
+    return names;
+  }
+
+  std::shared_ptr<host::ReferenceHost> host;
+};
+
+inline Ref<platform::XmlNode> element(std::string_view xml) { return xml::parseElement(xml); }
+
+}  // namespace tessaline::testing
