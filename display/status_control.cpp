@@ -1,11 +1,8 @@
 #include "display/status_control.h"
 
-namespace tessaline {
+#include "support/resources.h"
 
-namespace {
-constexpr int32_t kFirstIconMode = 101;
-constexpr int32_t kLastIconMode = 106;
-}  // namespace
+namespace tessaline {
 
 std::shared_ptr<DTMStatusControl> DTMStatusControl::create(platform::UserControl* parent) {
   return std::shared_ptr<DTMStatusControl>(new DTMStatusControl(parent));
@@ -13,6 +10,11 @@ std::shared_ptr<DTMStatusControl> DTMStatusControl::create(platform::UserControl
 
 DTMStatusControl::DTMStatusControl(platform::UserControl* parent)
     : ControlFrame("DTMStatusControl", parent) {
+  window_->Width(375);
+  window_->Height(375);
+  Image1_ = window_->createImage("Image1");
+  Image1_->Width(375);
+  Image1_->Height(375);
   IDTMStatusControl_Visible(true);
   text_.clear();
   IDTMStatusControl_Stretch(false);
@@ -29,41 +31,51 @@ void DTMStatusControl::IDtmControl_DataMode(int32_t value) {
   PropertyChanged("IDtmControl_DataMode");
 }
 
-std::string DTMStatusControl::modeText(int32_t mode) {
-  switch (mode) {
-    case 101:
-      return "Read Error";
-    case 102:
-      return "Value Changed";
-    case 103:
-      return "Write Error";
-    case 104:
-      return "InValide Value";
-    case 105:
-      return "DataNot Loaded";
-    case 106:
-      return "Dynamic Value";
-    default:
-      break;
-  }
-  throw VbError(err::ResourceNotFound,
-                "Resource with identifier '" + std::to_string(mode) + "' not found");
-}
-
+// A mode above 106 has no resource: it fails to the caller with the mode already stored.
 void DTMStatusControl::IDTMStatusControl_Mode(int32_t value) {
   mode_ = value;
+  Image1_->Picture(nullptr);
   if (value == 0) IDTMStatusControl_Text("");
-  if (value > 100) IDTMStatusControl_Text(modeText(value));
+  if (value > 100) {
+    Image1_->Picture(LoadResPicture(value));
+    IDTMStatusControl_Text(LoadResString(value));
+  }
+  RebuildTooltip();
   PropertyChanged("IDTMStatusControl_Mode");
 }
 
+// The text is a localization key: the host's language shows where the host has it.
 void DTMStatusControl::IDTMStatusControl_Text(const std::string& value) {
   text_ = value.empty() ? std::string() : LocalizeText(value);
+  RebuildTooltip();
 }
 
-void DTMStatusControl::IDTMStatusControl_Visible(bool value) { visible_ = value; }
+void DTMStatusControl::IDTMStatusControl_Visible(bool value) {
+  visible_ = value;
+  Image1_->Visible(value);
+}
 
-void DTMStatusControl::IDTMStatusControl_Stretch(bool value) { stretch_ = value; }
+void DTMStatusControl::IDTMStatusControl_Stretch(bool value) { Image1_->Stretch(value); }
+
+// Unlike the other controls the status icon has no tooltip at all while its text is empty.
+void DTMStatusControl::RebuildTooltip() {
+  guarded(
+      *logger_, "Error in CreateTooltip of DtmStatusControl ",
+      [&] {
+        if (tooltipCreated_) tooltip_->Destroy();
+        if (!text_.empty()) {
+          tooltip_->Create(window_->hWnd());
+          tooltipCreated_ = true;
+          tooltip_->MaxWidth(400);
+          tooltip_->VisibleTime(15000);
+          tooltip_->DelayTime(500);
+          tooltip_->AddControl(window_->hWnd(), text_);
+        } else {
+          tooltip_->VisibleTime(0);
+        }
+      },
+      ErrorLineStyle::Tooltip);
+}
 
 const MemberTable& DTMStatusControl::members() const {
   using Self = DTMStatusControl;

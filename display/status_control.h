@@ -6,6 +6,7 @@
 #include "frame/control_frame.h"
 #include "frame/dispatch.h"
 #include "frame/interfaces.h"
+#include "support/tooltip.h"
 
 namespace tessaline {
 
@@ -42,11 +43,13 @@ class DTMStatusControl : public virtual IDtmControl,
   void IDTMStatusControl_Mode(int32_t value) override;
   bool IDTMStatusControl_Visible() override { return visible_; }
   void IDTMStatusControl_Visible(bool value) override;
-  bool IDTMStatusControl_Stretch() { return stretch_; }
+  bool IDTMStatusControl_Stretch() { return Image1_->Stretch(); }
   void IDTMStatusControl_Stretch(bool value);
 
-  // The text resource of a mode from 101 to 106: the localization key of its text.
-  static std::string modeText(int32_t mode);
+  // The child, for the platform and for tests.
+  platform::Image& Image1() { return *Image1_; }
+  // The tooltip, once made.
+  const Ref<cTooltip>& tooltip() const { return tooltip_; }
 
  protected:
   const MemberTable& members() const override;
@@ -54,10 +57,14 @@ class DTMStatusControl : public virtual IDtmControl,
  private:
   explicit DTMStatusControl(platform::UserControl* parent);
 
+  void RebuildTooltip();
+
+  std::unique_ptr<platform::Image> Image1_;
+  Ref<cTooltip> tooltip_ = std::make_shared<cTooltip>();
+  bool tooltipCreated_ = false;
   int32_t mode_ = 0;
   std::string text_;
   bool visible_ = true;
-  bool stretch_ = false;
   int32_t dataMode_ = 2;
 };
 

@@ -122,6 +122,21 @@ class Label : public Widget {
   virtual void AutoSize(bool value) = 0;
 };
 
+// The classic image control: windowless, showing a picture, stretched to its size or not.
+class Image : public Widget {
+ public:
+  struct Events {
+    Handler Click, DblClick;
+  };
+  Events events;
+
+  // Nothing when no picture is shown.
+  virtual Ref<Object> Picture() const = 0;
+  virtual void Picture(const Ref<Object>& picture) = 0;
+  virtual bool Stretch() const = 0;
+  virtual void Stretch(bool value) = 0;
+};
+
 // The composite control's own window: its size, its place on the form (the extender's
 // Visible), its children, and the notification that a property changed.
 // - Setting Width or Height raises Resize; a Resize handler may set them again.
@@ -155,6 +170,7 @@ class UserControl {
 
   virtual std::unique_ptr<TextBox> createTextBox(const std::string& name, bool multiLine) = 0;
   virtual std::unique_ptr<Label> createLabel(const std::string& name) = 0;
+  virtual std::unique_ptr<Image> createImage(const std::string& name) = 0;
   // The window of a composite control that stands on this one as a child.
   virtual std::unique_ptr<UserControl> createChildControl(const std::string& className) = 0;
 };
@@ -168,6 +184,31 @@ class Clipboard {
   virtual std::string GetText() = 0;
 };
 
+// Balloon tooltip windows, reduced to what the controls send them. A message to window 0, or
+// to a window that is gone, goes nowhere; a question to it answers 0.
+class TooltipService {
+ public:
+  // Which delay a delay time is: TTDT_RESHOW, TTDT_AUTOPOP, TTDT_INITIAL.
+  static constexpr int32_t kReshow = 1;
+  static constexpr int32_t kAutoPop = 2;
+  static constexpr int32_t kInitial = 3;
+  // Tool flags.
+  static constexpr int32_t kIdIsHwnd = 0x01;
+  static constexpr int32_t kCenterTip = 0x02;
+  static constexpr int32_t kSubclass = 0x10;
+
+  virtual ~TooltipService() = default;
+  // A new tooltip window owned by the parent; 0 when none can be made.
+  virtual WindowHandle createTooltipWindow(WindowHandle parent, int32_t style) = 0;
+  virtual void destroyWindow(WindowHandle tooltip) = 0;
+  virtual void setMaxTipWidth(WindowHandle tooltip, int32_t pixels) = 0;
+  virtual void setDelayTime(WindowHandle tooltip, int32_t which, int32_t milliseconds) = 0;
+  virtual int32_t getDelayTime(WindowHandle tooltip, int32_t which) = 0;
+  // Registers a window as a tool over its whole client area, with its text.
+  virtual void addTool(WindowHandle tooltip, WindowHandle window, const std::string& text,
+                       int32_t flags) = 0;
+};
+
 // A widget toolkit. The controls reach it through backend(); tests and applications install
 // one per thread with setBackend().
 class Backend {
@@ -175,6 +216,7 @@ class Backend {
   virtual ~Backend() = default;
   virtual std::unique_ptr<UserControl> createUserControl(const std::string& className) = 0;
   virtual Clipboard& clipboard() = 0;
+  virtual TooltipService& tooltips() = 0;
 };
 
 // The backend of this thread; a control created without one raises a failure that says so.

@@ -9,6 +9,7 @@
 #include "frame/logger.h"
 #include "host/reference_host.h"
 #include "platform/headless/headless.h"
+#include "platform/regexp/pcre2_regexp.h"
 #include "platform/xml/pugi_dom.h"
 
 namespace tessaline::testing {
@@ -19,6 +20,7 @@ class HeadlessTest : public ::testing::Test {
  protected:
   void SetUp() override {
     headless::install(".");
+    regexp::install();
     SetSharedHost(nullptr);
     clearCurrentError();
     host = std::make_shared<host::ReferenceHost>();
@@ -31,6 +33,7 @@ class HeadlessTest : public ::testing::Test {
     SetSharedHost(nullptr);
     platform::setBackend(nullptr);
     platform::setLocale(nullptr);
+    platform::setRegExpEngine(nullptr);
   }
 
   std::vector<VbError> unhandled() { return headless::current().takeUnhandledErrors(); }

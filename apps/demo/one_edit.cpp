@@ -4,6 +4,7 @@
 #include "entry/data_text_box.h"
 #include "host/reference_host.h"
 #include "platform/headless/headless.h"
+#include "platform/regexp/pcre2_regexp.h"
 #include "platform/xml/pugi_dom.h"
 
 namespace tessaline::demo {
@@ -42,6 +43,7 @@ void typeKeys(Transcript& t, DTMDataTextBox& box, const std::string& keys) {
 
 void playOneEdit(Transcript& t) {
   headless::install(".");
+  regexp::install();
   auto host = std::make_shared<host::ReferenceHost>();
   host->translations = {{"FlowRate_help", "Volume flow at the outlet in l/min, 0 to 100"}};
   host->validate = validateFlowRate;

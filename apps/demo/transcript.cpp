@@ -30,7 +30,7 @@ void Transcript::note(const std::string& text) { out_ << "         " << text << 
 
 void Transcript::call(const host::HostCall& call) { out_ << "    -> " << call.text() << "\n"; }
 
-void Transcript::shows(DTMDataTextBox& box) {
+void Transcript::shows(TextEntry& box) {
   DTMStatusControl& status = box.DTMStatusControl1();
   out_ << "  shows  text \"" << box.Text1().Text() << "\" | hot "
        << (box.IDTMDataControl_Hot() ? "True" : "False") << " | background "

@@ -21,7 +21,7 @@ class Transcript {
   // A call that a control made on the host.
   void call(const host::HostCall& call);
   // What the text box shows now.
-  void shows(DTMDataTextBox& box);
+  void shows(TextEntry& box);
 
   // Lets the host report each of its calls here.
   void listen(host::ReferenceHost& reference);

@@ -6,9 +6,15 @@ namespace tessaline::headless {
 
 namespace {
 
-Backend*& installedBackend() {
-  thread_local Backend* backend = nullptr;
+// Widgets may outlive the backend (a test's controls die after its backend is removed), so
+// they reach it through a weak reference.
+std::weak_ptr<Backend>& installedBackend() {
+  thread_local std::weak_ptr<Backend> backend;
   return backend;
+}
+
+void unregister(platform::WindowHandle handle) {
+  if (auto backend = installedBackend().lock()) backend->unregisterWindow(handle);
 }
 
 platform::WindowHandle nextHandle() {
@@ -85,18 +91,98 @@ std::unique_ptr<platform::UserControl> Backend::createUserControl(const std::str
   return std::make_unique<UserControl>(className, nullptr, nextHandle());
 }
 
+void Backend::registerWindow(platform::WindowHandle handle,
+                             std::function<void(int32_t&, int32_t&)> size) {
+  windows_[handle] = std::move(size);
+}
+
+void Backend::unregisterWindow(platform::WindowHandle handle) { windows_.erase(handle); }
+
+bool Backend::clientSize(platform::WindowHandle handle, int32_t& width, int32_t& height) const {
+  const auto found = windows_.find(handle);
+  if (found == windows_.end()) return false;
+  found->second(width, height);
+  return true;
+}
+
+// ---- Tooltips ----
+
+platform::WindowHandle Tooltips::createTooltipWindow(platform::WindowHandle parent, int32_t style) {
+  TooltipWindow window;
+  window.handle = nextHandle();
+  window.parent = parent;
+  window.style = style;
+  live_.push_back(window);
+  ++created_;
+  return window.handle;
+}
+
+void Tooltips::destroyWindow(platform::WindowHandle tooltip) {
+  for (auto it = live_.begin(); it != live_.end(); ++it) {
+    if (it->handle == tooltip) {
+      live_.erase(it);
+      ++destroyed_;
+      return;
+    }
+  }
+}
+
+TooltipWindow* Tooltips::find(platform::WindowHandle tooltip) {
+  for (TooltipWindow& window : live_) {
+    if (window.handle == tooltip) return &window;
+  }
+  return nullptr;
+}
+
+void Tooltips::setMaxTipWidth(platform::WindowHandle tooltip, int32_t pixels) {
+  if (TooltipWindow* window = find(tooltip)) window->maxWidth = pixels;
+}
+
+void Tooltips::setDelayTime(platform::WindowHandle tooltip, int32_t which, int32_t milliseconds) {
+  TooltipWindow* window = find(tooltip);
+  if (!window) return;
+  if (which == kInitial) window->initialTime = milliseconds;
+  if (which == kAutoPop) window->visibleTime = milliseconds;
+  if (which == kReshow) window->reshowTime = milliseconds;
+}
+
+int32_t Tooltips::getDelayTime(platform::WindowHandle tooltip, int32_t which) {
+  TooltipWindow* window = find(tooltip);
+  if (!window) return 0;
+  if (which == kInitial) return window->initialTime;
+  if (which == kAutoPop) return window->visibleTime;
+  if (which == kReshow) return window->reshowTime;
+  return 0;
+}
+
+void Tooltips::addTool(platform::WindowHandle tooltip, platform::WindowHandle window,
+                       const std::string& text, int32_t flags) {
+  TooltipWindow* owner = find(tooltip);
+  if (!owner) return;
+  TooltipWindow::Tool tool{window, text, flags, 0, 0};
+  current().clientSize(window, tool.width, tool.height);
+  owner->tools.push_back(tool);
+}
+
+const TooltipWindow* Tooltips::ownedBy(platform::WindowHandle parent) const {
+  for (auto it = live_.rbegin(); it != live_.rend(); ++it) {
+    if (it->parent == parent) return &*it;
+  }
+  return nullptr;
+}
+
 std::shared_ptr<Backend> install(const std::string& decimalSeparator) {
   auto backend = std::make_shared<Backend>();
   platform::setBackend(backend);
-  installedBackend() = backend.get();
+  installedBackend() = backend;
   setDecimalSeparator(decimalSeparator);
   focusedChild() = nullptr;
   return backend;
 }
 
 Backend& current() {
-  Backend* backend = installedBackend();
-  if (!backend || !platform::hasBackend() || &platform::backend() != backend) {
+  auto backend = installedBackend().lock();
+  if (!backend || !platform::hasBackend() || &platform::backend() != backend.get()) {
     throw VbError(err::Failed, "The headless backend is not installed on this thread");
   }
   return *backend;
@@ -132,9 +218,14 @@ void moveFocus(Focusable* target) {
 
 TextBox::TextBox(UserControl& owner, std::string name, platform::WindowHandle handle,
                  bool multiLine)
-    : Widget(owner, std::move(name), handle), multiLine_(multiLine) {}
+    : Widget(owner, std::move(name), handle), multiLine_(multiLine) {
+  current().registerWindow(handle_, [this](int32_t& w, int32_t& h) {
+    w = width_ / 15;
+    h = height_ / 15;
+  });
+}
 
-TextBox::~TextBox() = default;
+TextBox::~TextBox() { unregister(handle_); }
 
 void TextBox::Text(const std::string& value) { setText(value, 0); }
 
@@ -286,12 +377,24 @@ void Label::fit() {
   height_ = 13 * 15;
 }
 
+// ---- Image ----
+
+void Image::click() {
+  if (!reachable()) return;
+  userAction([&] { raise(events.Click); });
+}
+
 // ---- UserControl ----
 
 UserControl::UserControl(std::string className, UserControl* parent, platform::WindowHandle handle)
-    : className_(std::move(className)), parent_(parent), handle_(handle) {}
+    : className_(std::move(className)), parent_(parent), handle_(handle) {
+  current().registerWindow(handle_, [this](int32_t& w, int32_t& h) {
+    w = width_ / 15;
+    h = height_ / 15;
+  });
+}
 
-UserControl::~UserControl() = default;
+UserControl::~UserControl() { unregister(handle_); }
 
 void UserControl::Width(int32_t value) {
   if (value == width_) return;
@@ -327,6 +430,10 @@ std::unique_ptr<platform::Label> UserControl::createLabel(const std::string& nam
   return std::make_unique<Label>(*this, name, 0);
 }
 
+std::unique_ptr<platform::Image> UserControl::createImage(const std::string& name) {
+  return std::make_unique<Image>(*this, name, 0);
+}
+
 std::unique_ptr<platform::UserControl> UserControl::createChildControl(
     const std::string& className) {
   return std::make_unique<UserControl>(className, this, nextHandle());
@@ -334,6 +441,7 @@ std::unique_ptr<platform::UserControl> UserControl::createChildControl(
 
 TextBox& user(platform::TextBox& box) { return dynamic_cast<TextBox&>(box); }
 Label& user(platform::Label& label) { return dynamic_cast<Label&>(label); }
+Image& user(platform::Image& image) { return dynamic_cast<Image&>(image); }
 UserControl& user(platform::UserControl& window) { return dynamic_cast<UserControl&>(window); }
 
 }  // namespace tessaline::headless

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -30,10 +31,61 @@ inline constexpr int16_t kDelete = 46;
 inline constexpr int16_t kPacket = 231;  // a character that has no key of its own
 }  // namespace keys
 
+// A tooltip window as the user would meet it: its style, owner, width, times and tools.
+struct TooltipWindow {
+  platform::WindowHandle handle = 0;
+  platform::WindowHandle parent = 0;
+  int32_t style = 0;
+  int32_t maxWidth = -1;
+  int32_t initialTime = 500;  // the platform's defaults until set
+  int32_t visibleTime = 5000;
+  int32_t reshowTime = 100;
+  struct Tool {
+    platform::WindowHandle window = 0;
+    std::string text;
+    int32_t flags = 0;
+    int32_t width = 0;  // the client rectangle, in pixels
+    int32_t height = 0;
+  };
+  std::vector<Tool> tools;
+};
+
+class Tooltips : public platform::TooltipService {
+ public:
+  platform::WindowHandle createTooltipWindow(platform::WindowHandle parent, int32_t style) override;
+  void destroyWindow(platform::WindowHandle tooltip) override;
+  void setMaxTipWidth(platform::WindowHandle tooltip, int32_t pixels) override;
+  void setDelayTime(platform::WindowHandle tooltip, int32_t which, int32_t milliseconds) override;
+  int32_t getDelayTime(platform::WindowHandle tooltip, int32_t which) override;
+  void addTool(platform::WindowHandle tooltip, platform::WindowHandle window,
+               const std::string& text, int32_t flags) override;
+
+  // The live tooltip window owned by that window, or null.
+  const TooltipWindow* ownedBy(platform::WindowHandle parent) const;
+  // Live tooltip windows; creations and destructions so far.
+  size_t liveCount() const { return live_.size(); }
+  int32_t created() const { return created_; }
+  int32_t destroyed() const { return destroyed_; }
+
+ private:
+  TooltipWindow* find(platform::WindowHandle tooltip);
+
+  std::vector<TooltipWindow> live_;
+  int32_t created_ = 0;
+  int32_t destroyed_ = 0;
+};
+
 class Backend : public platform::Backend {
  public:
   std::unique_ptr<platform::UserControl> createUserControl(const std::string& className) override;
   platform::Clipboard& clipboard() override { return clipboard_; }
+  Tooltips& tooltips() override { return tooltips_; }
+
+  // Windows by handle, so that a tool can take a window's client rectangle.
+  void registerWindow(platform::WindowHandle handle, std::function<void(int32_t&, int32_t&)> size);
+  void unregisterWindow(platform::WindowHandle handle);
+  // The client size of a window in pixels; false for a handle that names no window.
+  bool clientSize(platform::WindowHandle handle, int32_t& width, int32_t& height) const;
 
   // Errors that escaped a user's action, oldest first; taking them clears the list.
   std::vector<VbError> takeUnhandledErrors();
@@ -51,7 +103,9 @@ class Backend : public platform::Backend {
   };
 
   MemoryClipboard clipboard_;
+  Tooltips tooltips_;
   std::vector<VbError> unhandled_;
+  std::map<platform::WindowHandle, std::function<void(int32_t&, int32_t&)>> windows_;
 };
 
 // Installs a fresh headless backend and a locale with this decimal separator on the thread.
@@ -157,6 +211,11 @@ class TextBox : public Widget<platform::TextBox>, public Focusable {
   // Types each character of a UTF-8 text as one key, focusing the box first if needed.
   void type(std::string_view text);
   void backspace() { pressKey(keys::kBack, 0, keys::kBack); }
+  // Ctrl with a letter: its key code, and the control character that the keyboard makes of it.
+  void pressCtrl(char letter) {
+    const auto code = static_cast<int16_t>(letter & ~0x20);
+    pressKey(code, platform::shift::kCtrl, static_cast<int16_t>(code - 64));
+  }
   // Selects with the mouse or the arrow keys: no event but the caret's move.
   void select(int32_t start, int32_t length);
   // Pastes with the mouse (the context menu): the clipboard's text replaces the selection,
@@ -201,6 +260,22 @@ class Label : public Widget<platform::Label> {
   bool autoSize_ = false;
 };
 
+class Image : public Widget<platform::Image> {
+ public:
+  using Widget::Widget;
+
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override { picture_ = picture; }
+  bool Stretch() const override { return stretch_; }
+  void Stretch(bool value) override { stretch_ = value; }
+
+  void click();
+
+ private:
+  Ref<Object> picture_;
+  bool stretch_ = false;
+};
+
 class UserControl : public platform::UserControl {
  public:
   UserControl(std::string className, UserControl* parent, platform::WindowHandle handle);
@@ -223,6 +298,7 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::TextBox> createTextBox(const std::string& name,
                                                    bool multiLine) override;
   std::unique_ptr<platform::Label> createLabel(const std::string& name) override;
+  std::unique_ptr<platform::Image> createImage(const std::string& name) override;
   std::unique_ptr<platform::UserControl> createChildControl(const std::string& className) override;
 
   UserControl* parent() const { return parent_; }
@@ -243,6 +319,7 @@ class UserControl : public platform::UserControl {
 // The headless object behind a child or window that the headless backend made.
 TextBox& user(platform::TextBox& box);
 Label& user(platform::Label& label);
+Image& user(platform::Image& image);
 UserControl& user(platform::UserControl& window);
 
 }  // namespace tessaline::headless

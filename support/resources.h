@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "frame/object.h"
+
+// The library's own resources: the icons and texts of the status modes 101 to 106.
+namespace tessaline {
+
+// The text resource of that number, a localization key; 326 for a number without one.
+std::string LoadResString(int32_t id);
+
+// The icon resource of that number (16 and 32 pixels); 326 for a number without one. The same
+// number gives the same picture object for the life of the thread.
+Ref<Object> LoadResPicture(int32_t id);
+
+// The directory of the resource files.
+std::string resourceDirectory();
+
+// An icon resource: its number and its files. The pixels are read by the backend that shows it.
+class IconResource : public Object {
+ public:
+  IconResource(int32_t id, std::string small, std::string large)
+      : id_(id), small_(std::move(small)), large_(std::move(large)) {}
+  int32_t id() const { return id_; }
+  // The 16-pixel and the 32-pixel picture files.
+  const std::string& smallFile() const { return small_; }
+  const std::string& largeFile() const { return large_; }
+
+ private:
+  int32_t id_;
+  std::string small_;
+  std::string large_;
+};
+
+}  // namespace tessaline

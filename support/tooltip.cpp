@@ -1,0 +1,78 @@
+#include "support/tooltip.h"
+
+#include <algorithm>
+
+namespace tessaline {
+
+namespace {
+platform::TooltipService& service() { return platform::backend().tooltips(); }
+
+int32_t clampTime(int32_t& time) {
+  time = std::clamp(time, 0, 32767);
+  return time;
+}
+}  // namespace
+
+void cTooltip::MaxWidth(int32_t& lngMaxWidth) {
+  maxWidth_ = lngMaxWidth;
+  service().setMaxTipWidth(window_, maxWidth_);
+}
+
+int32_t cTooltip::VisibleTime() {
+  return service().getDelayTime(window_, platform::TooltipService::kAutoPop);
+}
+
+void cTooltip::VisibleTime(int32_t& lngTime) {
+  service().setDelayTime(window_, platform::TooltipService::kAutoPop, clampTime(lngTime));
+}
+
+int32_t cTooltip::DelayTime() {
+  return service().getDelayTime(window_, platform::TooltipService::kInitial);
+}
+
+void cTooltip::DelayTime(int32_t& lngTime) {
+  service().setDelayTime(window_, platform::TooltipService::kInitial, clampTime(lngTime));
+}
+
+void cTooltip::Create(platform::WindowHandle lngHwndParent) {
+  window_ = service().createTooltipWindow(lngHwndParent, kStyle);
+  service().setMaxTipWidth(window_, maxWidth_);
+}
+
+void cTooltip::Destroy() {
+  if (window_ > 0) {
+    // Without a backend (a control outliving its toolkit) the window is gone already.
+    if (platform::hasBackend()) service().destroyWindow(window_);
+    window_ = 0;
+  }
+}
+
+void cTooltip::AddControl(platform::WindowHandle ohWnd, const std::string& strCaption,
+                          std::optional<bool> blnCenterTip) {
+  int32_t flags = platform::TooltipService::kIdIsHwnd | platform::TooltipService::kSubclass;
+  if (blnCenterTip.value_or(false)) flags |= platform::TooltipService::kCenterTip;
+  service().addTool(window_, ohWnd, strCaption, flags);
+}
+
+cTooltip& tooltipObject(Ref<cTooltip>& tooltip) {
+  if (!tooltip) tooltip = std::make_shared<cTooltip>();
+  return *tooltip;
+}
+
+void createTooltip(Ref<cTooltip>& tooltip, Logger& logger, std::string_view failureLiteral,
+                   platform::WindowHandle ownWindow, int32_t visibleTime,
+                   std::span<const platform::WindowHandle> windows, const std::string& text) {
+  guarded(
+      logger, failureLiteral,
+      [&] {
+        cTooltip& tip = tooltipObject(tooltip);
+        tip.Create(ownWindow);
+        tip.MaxWidth(400);
+        tip.VisibleTime(visibleTime);
+        tip.DelayTime(500);
+        for (platform::WindowHandle window : windows) tip.AddControl(window, text, false);
+      },
+      ErrorLineStyle::Tooltip);
+}
+
+}  // namespace tessaline

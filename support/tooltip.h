@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "frame/logger.h"
+#include "frame/object.h"
+#include "platform/widgets.h"
+
+namespace tessaline {
+
+// The balloon tooltip window of a control. It catches and reports nothing: a failed creation
+// leaves handle 0, and every later message to it goes nowhere.
+class cTooltip : public Object {
+ public:
+  // Balloon, shown also while the application isn't active.
+  static constexpr int32_t kStyle = 0x41;
+
+  int32_t MaxWidth() { return maxWidth_; }
+  // Kept across Destroy and Create, and sent to a window that exists.
+  void MaxWidth(int32_t& lngMaxWidth);
+  void MaxWidth(int32_t&& lngMaxWidth) { MaxWidth(lngMaxWidth); }
+  // Milliseconds that the tip stays; 0 without a window.
+  int32_t VisibleTime();
+  // Clamped to 0 to 32767; the clamped number goes back into the caller's variable.
+  void VisibleTime(int32_t& lngTime);
+  void VisibleTime(int32_t&& lngTime) { VisibleTime(lngTime); }
+  // Milliseconds before the tip appears; 0 without a window.
+  int32_t DelayTime();
+  void DelayTime(int32_t& lngTime);
+  void DelayTime(int32_t&& lngTime) { DelayTime(lngTime); }
+
+  // Makes the tooltip window for the parent; doesn't look at a window that exists already.
+  void Create(platform::WindowHandle lngHwndParent);
+  void Destroy();
+  // A tool over the whole client area of a window, with its text.
+  void AddControl(platform::WindowHandle ohWnd, const std::string& strCaption,
+                  std::optional<bool> blnCenterTip = std::nullopt);
+
+  platform::WindowHandle hWnd() const { return window_; }
+
+ private:
+  platform::WindowHandle window_ = 0;
+  int32_t maxWidth_ = 300;
+};
+
+// The tooltip of the controls, in the order every control builds it: the object made on
+// first use, Create on the control's own window, MaxWidth 400, the control's visible time,
+// DelayTime 500, one tool for each window with the text, not centred. A failure is caught
+// and written as the control's literal, the number, ":" and the description.
+void createTooltip(Ref<cTooltip>& tooltip, Logger& logger, std::string_view failureLiteral,
+                   platform::WindowHandle ownWindow, int32_t visibleTime,
+                   std::span<const platform::WindowHandle> windows, const std::string& text);
+
+// The object of a control's tooltip, made on first use.
+cTooltip& tooltipObject(Ref<cTooltip>& tooltip);
+
+}  // namespace tessaline
