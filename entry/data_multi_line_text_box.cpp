@@ -56,8 +56,8 @@ void DTMDataMultiLnTextBox::applyNumbersRules(int16_t& KeyAscii) {
 // A number can't be left empty: the host warns, and the value from outside comes back.
 void DTMDataMultiLnTextBox::Text1_LostFocus() {
   if (textType_ != TextDataType::Numbers || !Text1_->Text().empty()) return;
-  const std::string message =
-      LocalizeText("Empty_value_not_allowed") + " " + LocalizeText(item_.Label);
+  std::string message = LocalizeText("Empty_value_not_allowed");
+  message += " " + LocalizeText(item_.Label);
   host_->ShowMessage("messageExclamation", "buttonsOk", "buttonOk", "Warning", message);
   IDTMDataControl_Value(IDTMDataControl_PreviousValue());
   IDTMDataControl_Hot(false);

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     std::cout << "tessaline-demo: the controls on the headless backend, driven by the reference "
                  "host\n";
     tessaline::demo::playOneEdit(transcript);
+    tessaline::demo::playTyping(transcript);
     std::cout << "\ndone\n";
     return 0;
   } catch (const std::exception& e) {

@@ -9,5 +9,8 @@ namespace tessaline::demo {
 
 // The Overview's edit: a device value, a user's edit, the host's check, the modified mark.
 void playOneEdit(Transcript& t);
+// Keys into a 5.2f number (taken and refused), a paste, and the multi-line box's refusal of
+// an empty number.
+void playTyping(Transcript& t);
 
 }  // namespace tessaline::demo

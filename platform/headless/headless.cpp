@@ -415,6 +415,15 @@ void UserControl::resize(int32_t width, int32_t height) {
   userAction([&] { raise(events.Resize); });
 }
 
+// The journal keeps the newest notifications only, so a long session doesn't grow without end.
+void UserControl::PropertyChanged(const std::string& name) {
+  constexpr size_t kKept = 4096;
+  if (propertyChanges_.size() >= kKept) {
+    propertyChanges_.erase(propertyChanges_.begin(), propertyChanges_.begin() + kKept / 2);
+  }
+  propertyChanges_.push_back(name);
+}
+
 std::vector<std::string> UserControl::takePropertyChanges() {
   std::vector<std::string> changes;
   changes.swap(propertyChanges_);

@@ -293,7 +293,7 @@ class UserControl : public platform::UserControl {
   void Left(int32_t value) override { left_ = value; }
   int32_t Top() const override { return top_; }
   void Top(int32_t value) override { top_ = value; }
-  void PropertyChanged(const std::string& name) override { propertyChanges_.push_back(name); }
+  void PropertyChanged(const std::string& name) override;
 
   std::unique_ptr<platform::TextBox> createTextBox(const std::string& name,
                                                    bool multiLine) override;
