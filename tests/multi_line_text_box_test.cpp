@@ -20,6 +20,15 @@ class MultiLineTextBox : public testing::HeadlessTest {
   }
   headless::TextBox& text() { return headless::user(box->Text1()); }
 
+  // The single-line sibling with the same type and format, for comparison.
+  std::shared_ptr<DTMDataTextBox> singleLineBox(TextDataType type, const std::string& format) {
+    auto single = DTMDataTextBox::create();
+    single->IDTMControl_Init(host);
+    single->TextType(type);
+    single->IDTMControlFormatter_EditFormat(format);
+    return single;
+  }
+
   std::shared_ptr<DTMDataMultiLnTextBox> box;
 };
 
@@ -47,10 +56,7 @@ TEST_F(MultiLineTextBox, DigitFormatsTakeANegativeNumberThatTheSingleLineBoxRefu
   text().type("-");
   EXPECT_EQ(box->Text1().Text(), "-123");
 
-  auto single = DTMDataTextBox::create();
-  single->IDTMControl_Init(host);
-  single->TextType(TextDataType::Numbers);
-  single->IDTMControlFormatter_EditFormat("4d");
+  auto single = singleLineBox(TextDataType::Numbers, "4d");
   headless::TextBox& singleText = headless::user(single->Text1());
   singleText.type("123");
   singleText.select(0, 0);
@@ -64,10 +70,7 @@ TEST_F(MultiLineTextBox, TextFormatsRefuseACommaThatTheSingleLineBoxTakes) {
   text().type("a, b");
   EXPECT_EQ(box->Text1().Text(), "a b");
 
-  auto single = DTMDataTextBox::create();
-  single->IDTMControl_Init(host);
-  single->TextType(TextDataType::Latin1);
-  single->IDTMControlFormatter_EditFormat("8s");
+  auto single = singleLineBox(TextDataType::Latin1, "8s");
   headless::user(single->Text1()).type("a, b");
   EXPECT_EQ(single->Text1().Text(), "a, b");
 }
