@@ -62,6 +62,12 @@ std::string_view standardErrorText(int32_t number) {
       return "This key is already associated with an element of this collection";
     case 481:
       return "Invalid picture";
+    case 711:
+      return "Invalid class string";
+    case 727:
+      return "There is already a control with the name";
+    case 730:
+      return "Control not found";
     case 5017:
       return "Syntax error in regular expression";
     case err::Failed:

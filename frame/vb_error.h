@@ -29,6 +29,9 @@ inline constexpr int32_t ArgumentNotOptional = 449;
 inline constexpr int32_t WrongArgumentCount = 450;
 inline constexpr int32_t KeyAlreadyExists = 457;
 inline constexpr int32_t InvalidPicture = 481;
+inline constexpr int32_t InvalidClassString = 711;
+inline constexpr int32_t ControlNameTaken = 727;
+inline constexpr int32_t ControlNotFound = 730;
 inline constexpr int32_t RegExpSyntax = 5017;
 inline constexpr int32_t Failed = -2147467259;  // E_FAIL, as a failed platform call reports it
 }  // namespace err

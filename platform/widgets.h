@@ -122,6 +122,57 @@ class Label : public Widget {
   virtual void AutoSize(bool value) = 0;
 };
 
+// The rows of a list: what the combo box and the list box share.
+// - Click is raised whenever the selected row changes, by the user or by program (ListIndex
+//   set to another row); Clear and AddItem raise nothing.
+// - Text is the text of the selected row, "" with none; ListIndex is -1 with none.
+// - A ListIndex outside -1 to ListCount - 1 raises 380.
+class ListWidget : public Widget {
+ public:
+  struct Events {
+    Handler Click, DblClick, GotFocus, LostFocus;
+  };
+  Events events;
+
+  virtual std::string List(int32_t index) const = 0;
+  virtual int32_t ListCount() const = 0;
+  virtual int32_t ListIndex() const = 0;
+  virtual void ListIndex(int32_t value) = 0;
+  virtual std::string Text() const = 0;
+  virtual void Clear() = 0;
+  virtual void AddItem(const std::string& item) = 0;
+};
+
+// How a drop-down row is painted when its control draws it: the background (which the text
+// takes too), the text at (x, y) from the row's corner in pixels, and the focus rectangle.
+struct RowPaint {
+  Color background = 0;
+  std::string text;
+  int32_t textLeft = 0;
+  int32_t textTop = 0;
+  bool focusRectangle = false;
+};
+
+// A drop-down row's state when it is painted: whether the mouse is on it.
+inline constexpr int32_t kRowFocus = 0x10;
+
+// The combo box in drop-down list style: the user picks a row and can't type.
+class ComboBox : public ListWidget {
+ public:
+  // Opens or closes the drop-down list, as the user's click on the arrow would.
+  virtual void ShowDropDown(bool open) = 0;
+  virtual bool DroppedDown() const = 0;
+  // When set, the drop-down rows are drawn by the control: the backend asks it for each row
+  // with its number, its state and its text. Unset, the platform draws them its own way.
+  std::function<RowPaint(int32_t itemID, int32_t itemState, const std::string& text)> drawRow;
+};
+
+// The list box: the rows always open.
+class ListBox : public ListWidget {};
+
+// The classic frame: a window that holds other children.
+class Frame : public Widget {};
+
 // The classic image control: windowless, showing a picture, stretched to its size or not.
 class Image : public Widget {
  public:
@@ -164,6 +215,8 @@ class UserControl {
   virtual void Left(int32_t value) = 0;
   virtual int32_t Top() const = 0;
   virtual void Top(int32_t value) = 0;
+  virtual int32_t TabIndex() const = 0;
+  virtual void TabIndex(int32_t value) = 0;
 
   // Marks the saved state of the control as stale, under a property's name.
   virtual void PropertyChanged(const std::string& name) = 0;
@@ -171,6 +224,19 @@ class UserControl {
   virtual std::unique_ptr<TextBox> createTextBox(const std::string& name, bool multiLine) = 0;
   virtual std::unique_ptr<Label> createLabel(const std::string& name) = 0;
   virtual std::unique_ptr<Image> createImage(const std::string& name) = 0;
+  virtual std::unique_ptr<ComboBox> createComboBox(const std::string& name) = 0;
+  virtual std::unique_ptr<ListBox> createListBox(const std::string& name) = 0;
+  virtual std::unique_ptr<Frame> createFrame(const std::string& name) = 0;
+
+  // The collection of children made at run time, by type name ("vb.label") and name. The
+  // collection owns them; 711 for a type it doesn't know, 727 for a name that is taken, 730
+  // for removing a name it doesn't hold.
+  virtual Widget& Controls_Add(const std::string& progId, const std::string& name) = 0;
+  virtual void Controls_Remove(const std::string& name) = 0;
+  // The child of that name in the collection, or null.
+  virtual Widget* Controls(const std::string& name) = 0;
+  // Places a child inside a frame: its position then counts from the frame's corner.
+  virtual void Container(Widget& child, Frame* frame) = 0;
   // The window of a composite control that stands on this one as a child.
   virtual std::unique_ptr<UserControl> createChildControl(const std::string& className) = 0;
 };
@@ -209,6 +275,20 @@ class TooltipService {
                        int32_t flags) = 0;
 };
 
+// The size that a text takes on the screen, in pixels: for labels that fit their caption.
+struct FontSpec {
+  std::string name = "MS Sans Serif";
+  double size = 8.25;
+  bool bold = false;
+};
+class TextMeasure {
+ public:
+  virtual ~TextMeasure() = default;
+  // Width of the longest line and height of all lines ("\r\n" or "\n" ends a line).
+  virtual void measure(const std::string& text, const FontSpec& font, int32_t& width,
+                       int32_t& height) = 0;
+};
+
 // A widget toolkit. The controls reach it through backend(); tests and applications install
 // one per thread with setBackend().
 class Backend {
@@ -217,6 +297,7 @@ class Backend {
   virtual std::unique_ptr<UserControl> createUserControl(const std::string& className) = 0;
   virtual Clipboard& clipboard() = 0;
   virtual TooltipService& tooltips() = 0;
+  virtual TextMeasure& textMeasure() = 0;
 };
 
 // The backend of this thread; a control created without one raises a failure that says so.

@@ -1,6 +1,7 @@
 #include "platform/headless/headless.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tessaline::headless {
 
@@ -354,6 +355,110 @@ void TextBox::raiseGotFocus() { raise(events.GotFocus); }
 
 void TextBox::raiseLostFocus() { raise(events.LostFocus); }
 
+// ---- Lists ----
+
+template <class Interface>
+ListRows<Interface>::ListRows(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget<Interface>(owner, std::move(name), handle) {
+  current().registerWindow(this->handle_, [this](int32_t& w, int32_t& h) {
+    w = this->width_ / 15;
+    h = this->height_ / 15;
+  });
+}
+
+template <class Interface>
+ListRows<Interface>::~ListRows() {
+  unregister(this->handle_);
+}
+
+template <class Interface>
+std::string ListRows<Interface>::List(int32_t index) const {
+  if (index < 0 || index >= ListCount()) return {};
+  return rows_[static_cast<size_t>(index)];
+}
+
+template <class Interface>
+void ListRows<Interface>::ListIndex(int32_t value) {
+  if (value < -1 || value >= ListCount()) throw VbError(err::InvalidPropertyValue);
+  if (value == index_) return;
+  index_ = value;
+  raise(this->events.Click);
+}
+
+template <class Interface>
+void ListRows<Interface>::raiseGotFocus() {
+  raise(this->events.GotFocus);
+}
+
+template <class Interface>
+void ListRows<Interface>::raiseLostFocus() {
+  raise(this->events.LostFocus);
+}
+
+template <class Interface>
+void ListRows<Interface>::focus() {
+  if (!this->reachable()) return;
+  userAction([&] { moveFocus(this); });
+}
+
+template <class Interface>
+void ListRows<Interface>::blur() {
+  if (!hasFocus()) return;
+  userAction([] { moveFocus(nullptr); });
+}
+
+template class ListRows<platform::ComboBox>;
+template class ListRows<platform::ListBox>;
+
+void ComboBox::open() {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    dropped_ = true;
+  });
+}
+
+void ComboBox::pick(int32_t row) {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    dropped_ = true;
+    hover_ = row;
+    dropped_ = false;
+    ListIndex(row);
+  });
+}
+
+std::vector<std::optional<platform::RowPaint>> ComboBox::paintedRows() const {
+  std::vector<std::optional<platform::RowPaint>> painted;
+  for (int32_t row = 0; row < ListCount(); ++row) {
+    if (drawRow) {
+      painted.emplace_back(drawRow(row, row == hover_ ? platform::kRowFocus : 0, List(row)));
+    } else {
+      painted.emplace_back(std::nullopt);
+    }
+  }
+  return painted;
+}
+
+void ListBox::pick(int32_t row) {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    ListIndex(row);
+  });
+}
+
+Frame::Frame(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget(owner, std::move(name), handle) {
+  current().registerWindow(handle_, [this](int32_t& w, int32_t& h) {
+    w = width_ / 15;
+    h = height_ / 15;
+  });
+}
+
+Frame::~Frame() { unregister(handle_); }
+
 // ---- Label ----
 
 void Label::Caption(const std::string& value) {
@@ -371,10 +476,35 @@ void Label::click() {
   userAction([&] { raise(events.Click); });
 }
 
-// Sans serif at 8 points: about 7 pixels a character and 13 pixels a line, 15 twips a pixel.
 void Label::fit() {
-  width_ = static_cast<int32_t>(characterCount(caption_)) * 7 * 15;
-  height_ = 13 * 15;
+  platform::FontSpec font;
+  if (const Variant size = property("FontSize"); !size.isEmpty()) font.size = size.toDouble();
+  if (const Variant bold = property("FontBold"); !bold.isEmpty()) font.bold = bold.toBool();
+  if (const Variant name = property("FontName"); !name.isEmpty()) font.name = name.toText();
+  int32_t width = 0, height = 0;
+  current().textMeasure().measure(caption_, font, width, height);
+  width_ = width * 15;
+  height_ = height * 15;
+}
+
+void FixedTextMeasure::measure(const std::string& text, const platform::FontSpec& font,
+                               int32_t& width, int32_t& height) {
+  const double size = font.size > 0 ? font.size : 8.25;
+  const int32_t charWidth = static_cast<int32_t>(std::lround(size * 0.85)) + (font.bold ? 1 : 0);
+  const int32_t lineHeight = static_cast<int32_t>(std::lround(size * 1.6));
+  size_t longest = 0, lines = 0, start = 0;
+  while (true) {
+    size_t end = text.find('\n', start);
+    std::string_view line(text.data() + start,
+                          (end == std::string::npos ? text.size() : end) - start);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    longest = std::max(longest, characterCount(line));
+    ++lines;
+    if (end == std::string::npos) break;
+    start = end + 1;
+  }
+  width = static_cast<int32_t>(longest) * charWidth;
+  height = static_cast<int32_t>(lines) * lineHeight;
 }
 
 // ---- Image ----
@@ -443,6 +573,50 @@ std::unique_ptr<platform::Image> UserControl::createImage(const std::string& nam
   return std::make_unique<Image>(*this, name, 0);
 }
 
+std::unique_ptr<platform::ComboBox> UserControl::createComboBox(const std::string& name) {
+  return std::make_unique<ComboBox>(*this, name, nextHandle());
+}
+
+std::unique_ptr<platform::ListBox> UserControl::createListBox(const std::string& name) {
+  return std::make_unique<ListBox>(*this, name, nextHandle());
+}
+
+std::unique_ptr<platform::Frame> UserControl::createFrame(const std::string& name) {
+  return std::make_unique<Frame>(*this, name, nextHandle());
+}
+
+platform::Widget& UserControl::Controls_Add(const std::string& progId, const std::string& name) {
+  const std::string key = toLowerAscii(name);
+  if (added_.count(key)) {
+    throw VbError(err::ControlNameTaken, "There is already a control with the name '" + name + "'");
+  }
+  if (toLowerAscii(progId) != "vb.label") {
+    throw VbError(err::InvalidClassString,
+                  "Invalid class string. Looking for object with ProgID: " + progId);
+  }
+  auto& child = added_[key];
+  child = std::make_unique<Label>(*this, name, 0);
+  return *child;
+}
+
+void UserControl::Controls_Remove(const std::string& name) {
+  if (added_.erase(toLowerAscii(name)) == 0) {
+    throw VbError(err::ControlNotFound, "Control '" + name + "' not found");
+  }
+}
+
+platform::Widget* UserControl::Controls(const std::string& name) {
+  const auto found = added_.find(toLowerAscii(name));
+  return found == added_.end() ? nullptr : found->second.get();
+}
+
+void UserControl::Container(platform::Widget& child, platform::Frame* frame) {
+  if (auto* label = dynamic_cast<Label*>(&child))
+    label->container(frame);
+  else if (auto* image = dynamic_cast<Image*>(&child))
+    image->container(frame);
+}
+
 std::unique_ptr<platform::UserControl> UserControl::createChildControl(
     const std::string& className) {
   return std::make_unique<UserControl>(className, this, nextHandle());
@@ -451,6 +625,8 @@ std::unique_ptr<platform::UserControl> UserControl::createChildControl(
 TextBox& user(platform::TextBox& box) { return dynamic_cast<TextBox&>(box); }
 Label& user(platform::Label& label) { return dynamic_cast<Label&>(label); }
 Image& user(platform::Image& image) { return dynamic_cast<Image&>(image); }
+ComboBox& user(platform::ComboBox& combo) { return dynamic_cast<ComboBox&>(combo); }
+ListBox& user(platform::ListBox& list) { return dynamic_cast<ListBox&>(list); }
 UserControl& user(platform::UserControl& window) { return dynamic_cast<UserControl&>(window); }
 
 }  // namespace tessaline::headless

@@ -75,11 +75,20 @@ class Tooltips : public platform::TooltipService {
   int32_t destroyed_ = 0;
 };
 
+// Fixed metrics, so that sizes are the same on every machine: a character of a font of size
+// s is about 0.85 s pixels wide (one more when bold), a line 1.6 s pixels high.
+class FixedTextMeasure : public platform::TextMeasure {
+ public:
+  void measure(const std::string& text, const platform::FontSpec& font, int32_t& width,
+               int32_t& height) override;
+};
+
 class Backend : public platform::Backend {
  public:
   std::unique_ptr<platform::UserControl> createUserControl(const std::string& className) override;
   platform::Clipboard& clipboard() override { return clipboard_; }
   Tooltips& tooltips() override { return tooltips_; }
+  FixedTextMeasure& textMeasure() override { return measure_; }
 
   // Windows by handle, so that a tool can take a window's client rectangle.
   void registerWindow(platform::WindowHandle handle, std::function<void(int32_t&, int32_t&)> size);
@@ -104,6 +113,7 @@ class Backend : public platform::Backend {
 
   MemoryClipboard clipboard_;
   Tooltips tooltips_;
+  FixedTextMeasure measure_;
   std::vector<VbError> unhandled_;
   std::map<platform::WindowHandle, std::function<void(int32_t&, int32_t&)>> windows_;
 };
@@ -167,6 +177,8 @@ class Widget : public Interface {
   }
 
   UserControl& owner() const { return owner_; }
+  platform::Frame* container() const { return container_; }
+  void container(platform::Frame* frame) { container_ = frame; }
   // A user can reach a control that is visible and enabled.
   bool reachable() const { return visible_ && enabled_; }
 
@@ -182,6 +194,7 @@ class Widget : public Interface {
   int32_t tabIndex_ = 0;
   std::string toolTipText_;
   std::map<std::string, Variant> properties_;
+  platform::Frame* container_ = nullptr;
 };
 
 class TextBox : public Widget<platform::TextBox>, public Focusable {
@@ -241,6 +254,71 @@ class TextBox : public Widget<platform::TextBox>, public Focusable {
   char16_t pendingHighSurrogate_ = 0;
 };
 
+// Rows with a selection, for the combo box and the list box.
+template <class Interface>
+class ListRows : public Widget<Interface>, public Focusable {
+ public:
+  ListRows(UserControl& owner, std::string name, platform::WindowHandle handle);
+  ~ListRows() override;
+
+  std::string List(int32_t index) const override;
+  int32_t ListCount() const override { return static_cast<int32_t>(rows_.size()); }
+  int32_t ListIndex() const override { return index_; }
+  void ListIndex(int32_t value) override;
+  std::string Text() const override { return index_ < 0 ? std::string() : rows_[index_]; }
+  void Clear() override {
+    rows_.clear();
+    index_ = -1;
+  }
+  void AddItem(const std::string& item) override { rows_.push_back(item); }
+
+  UserControl& focusOwner() const override { return this->owner_; }
+  void raiseGotFocus() override;
+  void raiseLostFocus() override;
+
+  // The user's actions; nothing happens on a list that is invisible or disabled.
+  void focus();
+  void blur();
+
+ protected:
+  std::vector<std::string> rows_;
+  int32_t index_ = -1;
+};
+
+class ComboBox : public ListRows<platform::ComboBox> {
+ public:
+  using ListRows::ListRows;
+
+  void ShowDropDown(bool open) override { dropped_ = open; }
+  bool DroppedDown() const override { return dropped_; }
+
+  // The user opens the list with the arrow, moves the mouse over a row and clicks it.
+  void pick(int32_t row);
+  // The user opens the list and moves the mouse over a row.
+  void open();
+  void hover(int32_t row) { hover_ = row; }
+  // How each row of the open list is painted: by the control where it draws the rows, and
+  // as the platform's plain rows (nothing here) where it doesn't.
+  std::vector<std::optional<platform::RowPaint>> paintedRows() const;
+
+ private:
+  bool dropped_ = false;
+  int32_t hover_ = -1;
+};
+
+class ListBox : public ListRows<platform::ListBox> {
+ public:
+  using ListRows::ListRows;
+  // The user clicks a row.
+  void pick(int32_t row);
+};
+
+class Frame : public Widget<platform::Frame> {
+ public:
+  Frame(UserControl& owner, std::string name, platform::WindowHandle handle);
+  ~Frame() override;
+};
+
 class Label : public Widget<platform::Label> {
  public:
   using Widget::Widget;
@@ -293,12 +371,21 @@ class UserControl : public platform::UserControl {
   void Left(int32_t value) override { left_ = value; }
   int32_t Top() const override { return top_; }
   void Top(int32_t value) override { top_ = value; }
+  int32_t TabIndex() const override { return tabIndex_; }
+  void TabIndex(int32_t value) override { tabIndex_ = value; }
   void PropertyChanged(const std::string& name) override;
 
   std::unique_ptr<platform::TextBox> createTextBox(const std::string& name,
                                                    bool multiLine) override;
   std::unique_ptr<platform::Label> createLabel(const std::string& name) override;
   std::unique_ptr<platform::Image> createImage(const std::string& name) override;
+  std::unique_ptr<platform::ComboBox> createComboBox(const std::string& name) override;
+  std::unique_ptr<platform::ListBox> createListBox(const std::string& name) override;
+  std::unique_ptr<platform::Frame> createFrame(const std::string& name) override;
+  platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
+  void Controls_Remove(const std::string& name) override;
+  platform::Widget* Controls(const std::string& name) override;
+  void Container(platform::Widget& child, platform::Frame* frame) override;
   std::unique_ptr<platform::UserControl> createChildControl(const std::string& className) override;
 
   UserControl* parent() const { return parent_; }
@@ -311,15 +398,18 @@ class UserControl : public platform::UserControl {
   std::string className_;
   UserControl* parent_;
   platform::WindowHandle handle_;
-  int32_t width_ = 0, height_ = 0, left_ = 0, top_ = 0;
+  int32_t width_ = 0, height_ = 0, left_ = 0, top_ = 0, tabIndex_ = 0;
   bool visible_ = true;
   std::vector<std::string> propertyChanges_;
+  std::map<std::string, std::unique_ptr<platform::Widget>> added_;
 };
 
 // The headless object behind a child or window that the headless backend made.
 TextBox& user(platform::TextBox& box);
 Label& user(platform::Label& label);
 Image& user(platform::Image& image);
+ComboBox& user(platform::ComboBox& combo);
+ListBox& user(platform::ListBox& list);
 UserControl& user(platform::UserControl& window);
 
 }  // namespace tessaline::headless

@@ -1,0 +1,109 @@
+#include "display/enum_label.h"
+
+namespace tessaline {
+
+EnumLabel::EnumLabel(const std::string& className, const std::string& loggerName)
+    : DataControl(className, nullptr), loggerName_(loggerName) {
+  Label1_ = window_->createLabel("Label1");
+  window_->events.EnterFocus = [this] { UpdateTooltip(); };
+}
+
+EnumLabel::~EnumLabel() {
+  if (tooltip_) tooltip_->Destroy();
+}
+
+void EnumLabel::IDTMControl_Init(Ref<GenericDtm> genericDtm) { takeHost(genericDtm, loggerName_); }
+
+bool EnumLabel::IDtmControl_Enable() {
+  enable_ = Label1_->Enabled();
+  return enable_;
+}
+
+void EnumLabel::IDtmControl_Enable(bool value) {
+  enable_ = value;
+  Label1_->Enabled(true);
+  PropertyChanged("IDtmControl_Enable");
+}
+
+void EnumLabel::IDtmControl_Visible(bool value) {
+  visible_ = value;
+  Label1_->Visible(value);
+  UpdateTooltip();
+  PropertyChanged("IDtmControl_Visible");
+}
+
+void EnumLabel::IDTMDataControl_Access(int32_t value) {
+  access_ = value;
+  IDtmControl_Enable(value != static_cast<int32_t>(AccessType::ReadOnly));
+  PropertyChanged("IDTMDataControl_Access");
+}
+
+Variant EnumLabel::IDTMDataControl_Value() {
+  previousValue_ = Variant();
+  GetLabelValue();
+  return storedValue_;
+}
+
+void EnumLabel::IDTMDataControl_Value(const Variant& value) {
+  previousValue_ = value;
+  storedValue_ = value;
+  UpdateCaption();
+  PropertyChanged("IDTMDataControl_Value");
+}
+
+void EnumLabel::IDTMDataControl_DataItemDef(Ref<Object> node) {
+  storeDataItem(node, kFirstTenAttributes);
+  UpdateTooltip();
+  PropertyChanged("IDTMDataControl_DataItemDef");
+}
+
+void EnumLabel::IDTMDataControl_SetMode(int32_t newValue, const std::string&) {
+  statusMode_ = newValue;
+}
+
+void EnumLabel::IDTMEnumeration_EnumDataDef(Ref<Object> node) {
+  enumNode_ = node;
+  if (auto table = readEnumeration(node, IncludeIf::Ignored, host_)) entries_ = std::move(*table);
+}
+
+void EnumLabel::IDTMEnumeration1_UpdateEnumString(const std::string& code,
+                                                  const std::string& Label) {
+  if (!entries_.hasBounds()) return;
+  for (int32_t i = 0; i < entries_.upperBound(); ++i) {
+    if (entries_[i].code == code) entries_[i].Local = Label;
+  }
+}
+
+void EnumLabel::Enabled(bool value) {
+  Label1_->Enabled(value);
+  PropertyChanged("Enabled");
+}
+
+void EnumLabel::ToolTipText(const std::string& value) {
+  tooltipText_ = value;
+  PropertyChanged("ToolTipText");
+}
+
+// Only a caption that equals one entry's text finds its code; the last match wins.
+void EnumLabel::GetLabelValue() {
+  if (!entries_.hasBounds()) return;
+  const std::string caption = Label1_->Caption();
+  for (int32_t i = 0; i < entries_.upperBound(); ++i) {
+    if (caption == entries_[i].Local) storedValue_ = Variant(entries_[i].code);
+  }
+}
+
+// Unlike the entry controls a label builds its tooltip also while it is invisible.
+void EnumLabel::UpdateTooltip() {
+  tooltipText_ = LocalizeText(item_.Description);
+  tooltipObject(tooltip_).Destroy();
+  CreateTooltip();
+}
+
+void EnumLabel::CreateTooltip() {
+  const platform::WindowHandle windows[] = {window_->hWnd()};
+  createTooltip(tooltip_, *logger_, "Error in CreateTooltip of DtmDataCombo ", window_->hWnd(),
+                10000, windows, tooltipText_);
+}
+
+}  // namespace tessaline

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "entry/data_combo_box.h"
+
+namespace tessaline {
+
+// DTMDataComboBox that also shows a device value without an entry: a label over the combo's
+// text area shows the row's text, or the value followed by " [Undefined]". The drop-down arrow
+// stays uncovered, and a click on the label opens the list.
+class DTMDataComboBox2 : public DTMDataComboBox {
+ public:
+  static std::shared_ptr<DTMDataComboBox2> create();
+  ~DTMDataComboBox2() override;
+
+  using DTMDataComboBox::IDtmControl_Enable;
+  void IDtmControl_Enable(bool value) override;
+  using DTMDataComboBox::IDtmControl_Visible;
+  void IDtmControl_Visible(bool value) override;
+
+  // Set on both children, Combo1 first; read from Combo1.
+  platform::Color BackColor() { return Combo1().BackColor(); }
+  void BackColor(platform::Color value);
+  platform::Color ForeColor() { return Combo1().ForeColor(); }
+  void ForeColor(platform::Color value);
+  int32_t TabIndex() { return Combo1().TabIndex(); }
+  // Combo1 n, Label1 n + 1, the status child n + 2, Frame1 n + 3, TooltipLabel n + 4.
+  void TabIndex(int32_t value);
+
+  platform::Frame& Frame1() { return *Frame1_; }
+  platform::Label& Label1() { return *Label1_; }
+
+ protected:
+  const MemberTable& members() const override;
+  void SetComboValue() override;
+  void Combo1_Click() override;
+  void CreateTooltip() override;
+  void paintList(platform::Color color) override;
+
+ private:
+  DTMDataComboBox2();
+
+  void Label1_Click();
+  void Combo1_GotFocus();
+  void Combo1_LostFocus();
+  void UserControl_Resize();
+
+  std::unique_ptr<platform::Frame> Frame1_;
+  platform::Label* Label1_ = nullptr;
+};
+
+}  // namespace tessaline

@@ -1,0 +1,90 @@
+#include "entry/list_control.h"
+
+namespace tessaline {
+
+std::shared_ptr<DTMListControl> DTMListControl::create() {
+  return std::shared_ptr<DTMListControl>(new DTMListControl());
+}
+
+DTMListControl::DTMListControl()
+    : EnumeratedList("DTMListControl", "DTMDataComboBox", ListKind::List1, IncludeIf::Ignored, 100,
+                     &DeviceDataItem::Description) {
+  List1().events.Click = [this] { List1_Click(); };
+}
+
+void DTMListControl::InitProperties() {
+  window_->Width(3000);
+  active_ = true;
+  IDtmControl_Enable(true);
+  visible_ = true;
+  canSubscribe_ = true;
+  hot_ = false;
+  name_.clear();
+  baselineText_.clear();
+  access_ = static_cast<int32_t>(AccessType::ReadWrite);
+  statusMode_ = 0;
+  IDTMDataControl_Source(0);
+  IDtmControl_DataMode(2);
+  DTMStatusControl1().IDTMStatusControl_Stretch(false);
+}
+
+void DTMListControl::IDtmControl_Visible(bool value) {
+  visible_ = value;
+  list_->Visible(value);
+  DTMStatusControl1().window().Visible(value);
+  UpdateTooltip();
+  PropertyChanged("IDtmControl_Visible");
+}
+
+void DTMListControl::IDTMDataControl_Hot(bool value) { markHot(value); }
+
+void DTMListControl::IDTMDataControl_Value(const Variant& value) {
+  previousValue_ = storedValue_;
+  storedValue_ = value;
+  SetComboValue();
+  PropertyChanged("IDTMDataControl_Value");
+}
+
+void DTMListControl::IDTMDataControl_SetUserValue(const Variant& value) {
+  IDTMDataControl_Value(value);
+  hot_ = true;
+}
+
+void DTMListControl::IDTMDataControl_SetDeviceValue(const Variant& value) {
+  guarded(*logger_, "Error on dtm list control IDTMDataControl_SetDeviceValue",
+          [&] { takeDeviceValue(value); });
+}
+
+void DTMListControl::Locked(bool) { PropertyChanged("Locked"); }
+
+void DTMListControl::SetComboValue() { selectRowsOfValue(); }
+
+// Before the first device value a pick moves the row and reaches the container, unmarked.
+void DTMListControl::List1_Click() {
+  if (deviceValueReceived_) compareWithBaseline();
+  notifyContainer();
+}
+
+// One tool: the list's window while the control is enabled, else the control's own.
+void DTMListControl::CreateTooltip() {
+  const platform::WindowHandle window = list_->Enabled() ? list_->hWnd() : window_->hWnd();
+  const platform::WindowHandle windows[] = {window};
+  createTooltip(tooltip_, *logger_, "Error in CreateTooltip of ListControl ", window_->hWnd(),
+                10000, windows, tooltipText_);
+}
+
+const MemberTable& DTMListControl::members() const {
+  using Self = DTMListControl;
+  static const MemberTable table = [] {
+    MemberTableBuilder<Self> t;
+    addEnumeratedListMembers(t);
+    t.TESSALINE_PROPERTY(bool, Locked).method("InitProperties", [](Self& s, DispatchArgs&) {
+      s.InitProperties();
+      return Variant();
+    });
+    return t.build();
+  }();
+  return table;
+}
+
+}  // namespace tessaline
