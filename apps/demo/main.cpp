@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
                  "host\n";
     tessaline::demo::playOneEdit(transcript);
     tessaline::demo::playTyping(transcript);
+    tessaline::demo::playDialog(transcript);
     std::cout << "\ndone\n";
     return 0;
   } catch (const std::exception& e) {

@@ -12,5 +12,8 @@ void playOneEdit(Transcript& t);
 // Keys into a 5.2f number (taken and refused), a paste, and the multi-line box's refusal of
 // an empty number.
 void playTyping(Transcript& t);
+// A small dialog: a text box, a combo box with an includeIf entry, a second combo box with a
+// value that has no entry, a data label and a launch label with flags.
+void playDialog(Transcript& t);
 
 }  // namespace tessaline::demo

@@ -41,6 +41,26 @@ void Transcript::shows(TextEntry& box) {
   out_ << "\n";
 }
 
+void Transcript::shows(EnumeratedList& list) {
+  platform::ListWidget& rows = list.listChild();
+  out_ << "  shows  " << rows.Name() << " row " << rows.ListIndex() << " \"" << rows.Text()
+       << "\" of " << rows.ListCount() << " | hot "
+       << (list.IDTMDataControl_Hot() ? "True" : "False") << " | background "
+       << colorName(rows.BackColor()) << " | status "
+       << list.DTMStatusControl1().IDTMStatusControl_Mode() << "\n";
+}
+
+void Transcript::shows(DTMDataComboBox2& combo) {
+  shows(static_cast<EnumeratedList&>(combo));
+  out_ << "         Label1 \"" << combo.Label1().Caption() << "\" on "
+       << colorName(combo.Label1().BackColor()) << "\n";
+}
+
+void Transcript::shows(EnumLabel& label) {
+  out_ << "  shows  " << label.window().ClassName() << " \"" << label.Label1().Caption() << "\" ("
+       << label.window().Width() << " x " << label.window().Height() << " twips)\n";
+}
+
 void Transcript::listen(host::ReferenceHost& reference) {
   reference.onCall = [this](const host::HostCall& c) { call(c); };
 }

@@ -3,6 +3,9 @@
 #include <ostream>
 #include <string>
 
+#include "display/data_label.h"
+#include "display/launch_label.h"
+#include "entry/data_combo_box2.h"
 #include "entry/data_text_box.h"
 #include "host/reference_host.h"
 
@@ -20,8 +23,11 @@ class Transcript {
   void note(const std::string& text);
   // A call that a control made on the host.
   void call(const host::HostCall& call);
-  // What the text box shows now.
+  // What a control shows now.
   void shows(TextEntry& box);
+  void shows(EnumeratedList& list);
+  void shows(DTMDataComboBox2& combo);
+  void shows(EnumLabel& label);
 
   // Lets the host report each of its calls here.
   void listen(host::ReferenceHost& reference);
