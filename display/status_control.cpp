@@ -79,16 +79,24 @@ void DTMStatusControl::RebuildTooltip() {
 
 const MemberTable& DTMStatusControl::members() const {
   using Self = DTMStatusControl;
-  static const MemberTable table = MemberTableBuilder<Self>()
-                                       .TESSALINE_PROPERTY(std::string, IDTMStatusControl_Text)
-                                       .TESSALINE_PROPERTY(int32_t, IDTMStatusControl_Mode)
-                                       .TESSALINE_PROPERTY(bool, IDTMStatusControl_Visible)
-                                       .TESSALINE_PROPERTY(bool, IDTMStatusControl_Stretch)
-                                       .TESSALINE_PROPERTY(int32_t, IDtmControl_DataMode)
-                                       .TESSALINE_PROPERTY(std::string, IDtmControl_Name)
-                                       .TESSALINE_PROPERTY(bool, IDtmControl_Enable)
-                                       .TESSALINE_PROPERTY(bool, IDtmControl_Visible)
-                                       .build();
+  static const MemberTable table =
+      MemberTableBuilder<Self>()
+          .method("IDTMControl_Init",
+                  [](Self& s, DispatchArgs& a) {
+                    s.IDTMControl_Init(fromVariant<Ref<GenericDtm>>(argument(a, 0)));
+                    return Variant();
+                  })
+          .TESSALINE_PROPERTY(std::string, IDTMStatusControl_Text)
+          .TESSALINE_PROPERTY(int32_t, IDTMStatusControl_Mode)
+          .TESSALINE_PROPERTY(bool, IDTMStatusControl_Visible)
+          .TESSALINE_PROPERTY(bool, IDTMStatusControl_Stretch)
+          .TESSALINE_PROPERTY(int32_t, IDtmControl_DataMode)
+          .TESSALINE_PROPERTY(std::string, IDtmControl_Name)
+          .TESSALINE_PROPERTY(bool, IDtmControl_Enable)
+          .TESSALINE_PROPERTY(bool, IDtmControl_Visible)
+          .TESSALINE_PROPERTY(Ref<GenericDtm>, IDtmControl_GenericDtm)
+          .TESSALINE_PROPERTY(Ref<DtmContainer>, IDtmControl_DtmContainer)
+          .build();
   return table;
 }
 

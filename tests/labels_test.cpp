@@ -164,6 +164,15 @@ TEST_F(LaunchLabel, ACodeOrValueThatIsNoNumberFailsAndTheCaptionStays) {
   EXPECT_THROW(label->IDTMDataControl_Value(Variant(2)), VbError);
 }
 
+TEST_F(LaunchLabel, SkippedChildrenLeaveEmptyCodesThatAreNoNumbers) {
+  // The table keeps one slot per child node; the empty code of a skipped child fails.
+  label->IDTMEnumeration_EnumDataDef(
+      testing::element(R"(<enumeration><e name="A" code="1"/><!-- note --></enumeration>)"));
+  label->IDTMDataControl_SetDeviceValue(Variant(1));
+  EXPECT_EQ(host->errorLines().back(),
+            "Error on DataLabel IDTMDataControl_SetDeviceValue13 ,Description = Type mismatch");
+}
+
 TEST_F(LaunchLabel, TheControlFollowsItsCaptionsSize) {
   label->IDTMDataControl_SetDeviceValue(Variant(1));
   const int32_t narrow = label->window().Width();
