@@ -8,9 +8,7 @@ EnumLabel::EnumLabel(const std::string& className, const std::string& loggerName
   window_->events.EnterFocus = [this] { UpdateTooltip(); };
 }
 
-EnumLabel::~EnumLabel() {
-  if (tooltip_) tooltip_->Destroy();
-}
+EnumLabel::~EnumLabel() = default;
 
 void EnumLabel::IDTMControl_Init(Ref<GenericDtm> genericDtm) { takeHost(genericDtm, loggerName_); }
 
@@ -96,14 +94,14 @@ void EnumLabel::GetLabelValue() {
 // Unlike the entry controls a label builds its tooltip also while it is invisible.
 void EnumLabel::UpdateTooltip() {
   tooltipText_ = LocalizeText(item_.Description);
-  tooltipObject(tooltip_).Destroy();
+  tooltip_.destroy();
   CreateTooltip();
 }
 
+// Label1 has no window of its own: the tool is the control's window.
 void EnumLabel::CreateTooltip() {
   const platform::WindowHandle windows[] = {window_->hWnd()};
-  createTooltip(tooltip_, *logger_, "Error in CreateTooltip of DtmDataCombo ", window_->hWnd(),
-                10000, windows, tooltipText_);
+  tooltip_.create(*logger_, window_->hWnd(), windows, tooltipText_);
 }
 
 }  // namespace tessaline

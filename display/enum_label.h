@@ -62,7 +62,7 @@ class EnumLabel : public virtual IDTMEnumeration,
 
   platform::Label& Label1() { return *Label1_; }
   const VbArray<EnumData>& entries() const { return entries_; }
-  const Ref<cTooltip>& tooltip() const { return tooltip_; }
+  const Ref<cTooltip>& tooltip() const { return tooltip_.object(); }
 
  protected:
   EnumLabel(const std::string& className, const std::string& loggerName);
@@ -92,7 +92,7 @@ class EnumLabel : public virtual IDTMEnumeration,
   VbArray<EnumData> entries_;
   Variant storedValue_;
   Ref<Object> enumNode_;
-  Ref<cTooltip> tooltip_;
+  ControlTooltip tooltip_{"Error in CreateTooltip of DtmDataCombo ", 10000};
   bool visible_ = true;
   bool enable_ = true;
 

@@ -11,7 +11,7 @@ std::shared_ptr<DTMDataComboBox> DTMDataComboBox::create() {
 
 DTMDataComboBox::DTMDataComboBox(const std::string& className, const std::string& loggerName)
     : EnumeratedList(className, loggerName, ListKind::Combo1, IncludeIf::Honoured, 0,
-                     &DeviceDataItem::Help) {
+                     &DeviceDataItem::Help, "Error in CreateTooltip of DtmDataCombo ") {
   Combo1().events.Click = [this] { Combo1_Click(); };
   TooltipLabel_->ToolTipText("Welcome");
 }
@@ -83,8 +83,7 @@ void DTMDataComboBox::Combo1_Click() {
 
 void DTMDataComboBox::CreateTooltip() {
   const platform::WindowHandle windows[] = {Combo1().hWnd(), window_->hWnd()};
-  createTooltip(tooltip_, *logger_, "Error in CreateTooltip of DtmDataCombo ", window_->hWnd(),
-                10000, windows, tooltipText_);
+  createTooltipFor(windows);
 }
 
 const MemberTable& DTMDataComboBox::members() const {

@@ -34,7 +34,7 @@ DTMDataComboBox2::DTMDataComboBox2() : DTMDataComboBox("DTMDataComboBox2", "DTMD
 // A failure ends the sequence there; its line would be lost, the logger has no host by then.
 DTMDataComboBox2::~DTMDataComboBox2() {
   try {
-    if (tooltip_) tooltip_->Destroy();
+    tooltip_.destroy();
     window_->Controls_Remove("Label1");
   } catch (...) {
   }
@@ -112,8 +112,7 @@ void DTMDataComboBox2::paintList(platform::Color color) {
 
 void DTMDataComboBox2::CreateTooltip() {
   const platform::WindowHandle windows[] = {Frame1_->hWnd(), window_->hWnd()};
-  createTooltip(tooltip_, *logger_, "Error in CreateTooltip of DtmDataCombo ", window_->hWnd(),
-                10000, windows, tooltipText_);
+  createTooltipFor(windows);
 }
 
 // Lengths in twips; the frame leaves 277 for the drop-down arrow.

@@ -8,8 +8,10 @@ namespace colors = platform::colors;
 
 EnumeratedList::EnumeratedList(const std::string& className, const std::string& loggerName,
                                ListKind kind, IncludeIf rule, int32_t cleanStatusMode,
-                               std::string DeviceDataItem::*tooltipSource)
+                               std::string DeviceDataItem::*tooltipSource,
+                               const std::string& tooltipLiteral)
     : DataControl(className, nullptr),
+      tooltip_(tooltipLiteral, 10000),
       loggerName_(loggerName),
       rule_(rule),
       cleanStatusMode_(cleanStatusMode),
@@ -44,9 +46,7 @@ EnumeratedList::EnumeratedList(const std::string& className, const std::string& 
   UserControl_Resize();
 }
 
-EnumeratedList::~EnumeratedList() {
-  if (tooltip_) tooltip_->Destroy();
-}
+EnumeratedList::~EnumeratedList() = default;
 
 void EnumeratedList::IDTMControl_Init(Ref<GenericDtm> genericDtm) {
   takeHost(genericDtm, loggerName_);
@@ -168,8 +168,12 @@ void EnumeratedList::takeDeviceValue(const Variant& value) {
 
 void EnumeratedList::UpdateTooltip() {
   tooltipText_ = LocalizeText(item_.*tooltipSource_);
-  tooltipObject(tooltip_).Destroy();
+  tooltip_.destroy();
   if (visible_) CreateTooltip();
+}
+
+void EnumeratedList::createTooltipFor(std::span<const platform::WindowHandle> windows) {
+  tooltip_.create(*logger_, window_->hWnd(), windows, tooltipText_);
 }
 
 // Lengths in twips.

@@ -68,14 +68,14 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
   DTMStatusControl& DTMStatusControl1() { return *DTMStatusControl1_; }
   const VbArray<EnumData>& entries() const { return entries_; }
   const std::string& BaselineText() const { return baselineText_; }
-  const Ref<cTooltip>& tooltip() const { return tooltip_; }
+  const Ref<cTooltip>& tooltip() const { return tooltip_.object(); }
 
  protected:
   // Which list child the control has: the drop-down Combo1 or the open List1.
   enum class ListKind { Combo1, List1 };
   EnumeratedList(const std::string& className, const std::string& loggerName, ListKind kind,
                  IncludeIf rule, int32_t cleanStatusMode,
-                 std::string DeviceDataItem::*tooltipSource);
+                 std::string DeviceDataItem::*tooltipSource, const std::string& tooltipLiteral);
 
   template <class Self>
   static void addEnumeratedListMembers(MemberTableBuilder<Self>& table) {
@@ -108,7 +108,9 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
 
   // The colour of a changed or clean list; the second combo box paints its label too.
   virtual void paintList(platform::Color color);
+  // The windows that get a tool.
   virtual void CreateTooltip() = 0;
+  void createTooltipFor(std::span<const platform::WindowHandle> windows);
 
   std::shared_ptr<DTMStatusControl> DTMStatusControl1_;
   std::unique_ptr<platform::Label> TooltipLabel_;
@@ -120,7 +122,7 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
   bool visible_ = true;
   bool deviceValueReceived_ = false;
   Ref<Object> enumNode_;
-  Ref<cTooltip> tooltip_;
+  ControlTooltip tooltip_;
 
  private:
   std::string loggerName_;

@@ -8,7 +8,7 @@ std::shared_ptr<DTMListControl> DTMListControl::create() {
 
 DTMListControl::DTMListControl()
     : EnumeratedList("DTMListControl", "DTMDataComboBox", ListKind::List1, IncludeIf::Ignored, 100,
-                     &DeviceDataItem::Description) {
+                     &DeviceDataItem::Description, "Error in CreateTooltip of ListControl ") {
   List1().events.Click = [this] { List1_Click(); };
 }
 
@@ -69,8 +69,7 @@ void DTMListControl::List1_Click() {
 void DTMListControl::CreateTooltip() {
   const platform::WindowHandle window = list_->Enabled() ? list_->hWnd() : window_->hWnd();
   const platform::WindowHandle windows[] = {window};
-  createTooltip(tooltip_, *logger_, "Error in CreateTooltip of ListControl ", window_->hWnd(),
-                10000, windows, tooltipText_);
+  createTooltipFor(windows);
 }
 
 const MemberTable& DTMListControl::members() const {

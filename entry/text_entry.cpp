@@ -10,7 +10,8 @@ namespace colors = platform::colors;
 
 TextEntry::TextEntry(const std::string& className, bool multiLine, int32_t tabIndex,
                      int32_t tooltipVisibleTime)
-    : DataControl(className, nullptr), tooltipVisibleTime_(tooltipVisibleTime) {
+    : DataControl(className, nullptr),
+      tooltip_("Error in CreateTooltip of DtmTextBox ", tooltipVisibleTime) {
   window_->Width(3480);
   window_->Height(360);
   DTMStatusControl1_ = DTMStatusControl::create(window_.get());
@@ -65,9 +66,7 @@ void TextEntry::completeCreation() {
   DTMStatusControl1_->IDTMStatusControl_Stretch(false);
 }
 
-TextEntry::~TextEntry() {
-  if (tooltip_) tooltip_->Destroy();
-}
+TextEntry::~TextEntry() = default;
 
 void TextEntry::IDTMControl_Init(Ref<GenericDtm> genericDtm) {
   takeHost(genericDtm, window_->ClassName());
@@ -226,14 +225,13 @@ void TextEntry::ApplyDefinition() {
 }
 
 void TextEntry::UpdateTooltip() {
-  tooltipObject(tooltip_).Destroy();
+  tooltip_.destroy();
   if (visible_) CreateTooltip();
 }
 
 void TextEntry::CreateTooltip() {
   const platform::WindowHandle windows[] = {Text1_->hWnd(), window_->hWnd()};
-  createTooltip(tooltip_, *logger_, "Error in CreateTooltip of DtmTextBox ", window_->hWnd(),
-                tooltipVisibleTime_, windows, tooltipText_);
+  tooltip_.create(*logger_, window_->hWnd(), windows, tooltipText_);
 }
 
 void TextEntry::Text1_Change() {

@@ -78,7 +78,7 @@ class TextEntry : public virtual IDTMControlFormatter, public DataControl {
   platform::TextBox& Text1() { return *Text1_; }
   platform::Label& TooltipLabel() { return *TooltipLabel_; }
   DTMStatusControl& DTMStatusControl1() { return *DTMStatusControl1_; }
-  const Ref<cTooltip>& tooltip() const { return tooltip_; }
+  const Ref<cTooltip>& tooltip() const { return tooltip_.object(); }
   const std::string& BaselineText() const { return baselineText_; }
   bool BaselineCaptured() const { return baselineCaptured_; }
   const std::string& editPattern() const { return editPattern_; }
@@ -165,8 +165,7 @@ class TextEntry : public virtual IDTMControlFormatter, public DataControl {
 
   std::shared_ptr<ControlEvents> events_;
   std::unique_ptr<DataTypeController> dataTypeController_;
-  Ref<cTooltip> tooltip_;
-  int32_t tooltipVisibleTime_;
+  ControlTooltip tooltip_;
   bool validationFlag_ = true;
   Variant value_;
   std::string editFormat_;

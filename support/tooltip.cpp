@@ -54,23 +54,27 @@ void cTooltip::AddControl(platform::WindowHandle ohWnd, const std::string& strCa
   service().addTool(window_, ohWnd, strCaption, flags);
 }
 
-cTooltip& tooltipObject(Ref<cTooltip>& tooltip) {
-  if (!tooltip) tooltip = std::make_shared<cTooltip>();
-  return *tooltip;
+ControlTooltip::~ControlTooltip() {
+  if (tooltip_) tooltip_->Destroy();
 }
 
-void createTooltip(Ref<cTooltip>& tooltip, Logger& logger, std::string_view failureLiteral,
-                   platform::WindowHandle ownWindow, int32_t visibleTime,
-                   std::span<const platform::WindowHandle> windows, const std::string& text) {
+void ControlTooltip::destroy() {
+  if (!tooltip_) tooltip_ = std::make_shared<cTooltip>();
+  tooltip_->Destroy();
+}
+
+void ControlTooltip::create(Logger& logger, platform::WindowHandle ownWindow,
+                            std::span<const platform::WindowHandle> windows,
+                            const std::string& text) {
   guarded(
-      logger, failureLiteral,
+      logger, failureLiteral_,
       [&] {
-        cTooltip& tip = tooltipObject(tooltip);
-        tip.Create(ownWindow);
-        tip.MaxWidth(400);
-        tip.VisibleTime(visibleTime);
-        tip.DelayTime(500);
-        for (platform::WindowHandle window : windows) tip.AddControl(window, text, false);
+        if (!tooltip_) tooltip_ = std::make_shared<cTooltip>();
+        tooltip_->Create(ownWindow);
+        tooltip_->MaxWidth(400);
+        tooltip_->VisibleTime(visibleTime_);
+        tooltip_->DelayTime(500);
+        for (platform::WindowHandle window : windows) tooltip_->AddControl(window, text, false);
       },
       ErrorLineStyle::Tooltip);
 }

@@ -47,15 +47,31 @@ class cTooltip : public Object {
   int32_t maxWidth_ = 300;
 };
 
-// The tooltip of the controls, in the order every control builds it: the object made on
-// first use, Create on the control's own window, MaxWidth 400, the control's visible time,
-// DelayTime 500, one tool for each window with the text, not centred. A failure is caught
-// and written as the control's literal, the number, ":" and the description.
-void createTooltip(Ref<cTooltip>& tooltip, Logger& logger, std::string_view failureLiteral,
-                   platform::WindowHandle ownWindow, int32_t visibleTime,
-                   std::span<const platform::WindowHandle> windows, const std::string& text);
+// The tooltip of a control, as every control builds it: the object made on first use, Create
+// on the control's own window, MaxWidth 400, the control's visible time, DelayTime 500, one
+// tool for each of its windows with the text, not centred. A failure in the building is
+// caught and written as the control's literal, the number, ":" and the description. The
+// window is destroyed with the control.
+class ControlTooltip {
+ public:
+  ControlTooltip(std::string failureLiteral, int32_t visibleTime)
+      : failureLiteral_(std::move(failureLiteral)), visibleTime_(visibleTime) {}
+  ~ControlTooltip();
+  ControlTooltip(const ControlTooltip&) = delete;
+  ControlTooltip& operator=(const ControlTooltip&) = delete;
 
-// The object of a control's tooltip, made on first use.
-cTooltip& tooltipObject(Ref<cTooltip>& tooltip);
+  // The first half of every rebuild: the object made if there is none, its window destroyed.
+  void destroy();
+  // CreateTooltip of the controls.
+  void create(Logger& logger, platform::WindowHandle ownWindow,
+              std::span<const platform::WindowHandle> windows, const std::string& text);
+
+  const Ref<cTooltip>& object() const { return tooltip_; }
+
+ private:
+  Ref<cTooltip> tooltip_;
+  std::string failureLiteral_;
+  int32_t visibleTime_;
+};
 
 }  // namespace tessaline

@@ -78,21 +78,21 @@ TEST_F(TooltipTest, ToolsCoverTheClientAreaOfTheirWindow) {
 }
 
 TEST_F(TooltipTest, TheControlsPatternBuildsInItsOrderAndCatchesFailures) {
-  Ref<cTooltip> tooltip;
+  ControlTooltip tooltip("Error in CreateTooltip of X ", 10000);
   Ref<Logger> logger = MakeLogger(host, "X");
   const platform::WindowHandle windows[] = {owner->hWnd()};
-  createTooltip(tooltip, *logger, "Error in CreateTooltip of X ", owner->hWnd(), 10000, windows,
-                "tip");
-  ASSERT_TRUE(tooltip);
+  tooltip.create(*logger, owner->hWnd(), windows, "tip");
+  ASSERT_TRUE(tooltip.object());
   const headless::TooltipWindow* window = tooltips().ownedBy(owner->hWnd());
   EXPECT_EQ(window->maxWidth, 400);
   EXPECT_EQ(window->visibleTime, 10000);
   EXPECT_EQ(window->initialTime, 500);
   EXPECT_EQ(window->tools.size(), 1u);
 
+  tooltip.destroy();
+  EXPECT_EQ(tooltips().liveCount(), 0u);
   platform::setBackend(nullptr);
-  createTooltip(tooltip, *logger, "Error in CreateTooltip of X ", owner->hWnd(), 10000, windows,
-                "tip");
+  tooltip.create(*logger, owner->hWnd(), windows, "tip");
   EXPECT_EQ(
       host->errorLines().at(0).rfind("Error in CreateTooltip of X -2147467259:No platform", 0), 0u);
   headless::install();
