@@ -6,6 +6,7 @@
 
 #include "apps/demo/scenes.h"
 #include "frame/vb_error.h"
+#include "platform/chart/engine.h"
 
 int main(int argc, char** argv) {
   std::filesystem::path out = "out";
@@ -26,6 +27,8 @@ int main(int argc, char** argv) {
     tessaline::demo::playOneEdit(transcript);
     tessaline::demo::playTyping(transcript);
     tessaline::demo::playDialog(transcript);
+    tessaline::chart::install();
+    tessaline::demo::playCharts(transcript, out);
     std::cout << "\ndone\n";
     return 0;
   } catch (const std::exception& e) {

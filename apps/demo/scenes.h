@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "apps/demo/transcript.h"
@@ -15,5 +16,7 @@ void playTyping(Transcript& t);
 // A small dialog: a text box, a combo box with an includeIf entry, a second combo box with a
 // value that has no entry, a data label and a launch label with flags.
 void playDialog(Transcript& t);
+// Sample charts written as PNG files into `out`.
+void playCharts(Transcript& t, const std::filesystem::path& out);
 
 }  // namespace tessaline::demo

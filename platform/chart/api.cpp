@@ -1,0 +1,123 @@
+#include <algorithm>
+#include <cmath>
+
+#include "frame/vb_error.h"
+#include "platform/chart/codecs.h"
+#include "platform/chart/engine.h"
+
+namespace tessaline::chart {
+
+namespace {
+
+int32_t effectValue(const Variant& value) {
+  const double v = argNumber(value);
+  if (!std::isfinite(v)) return 0;
+  return static_cast<int32_t>(std::clamp(std::round(v), -20.0, 20.0));
+}
+
+Variant colorValue(uint32_t color) { return Variant(static_cast<int32_t>(color)); }
+
+class ChartApiImpl : public platform::chart::ChartApi {
+ public:
+  Variant meterBackgroundColor(const Variant& angle) override {
+    double a = argNumber(angle);
+    a = std::isfinite(a) ? std::fmod(std::fmod(std::round(a), 360.0) + 360.0, 360.0) : 90;
+    return colorValue(kMetalBase + static_cast<uint32_t>(a));
+  }
+  Ref<platform::chart::Meter> AngularMeter(const Variant& width, const Variant& height,
+                                           const Variant& bgColor, const Variant& edgeColor,
+                                           const Variant& raisedEffect) override {
+    return std::make_shared<MeterChart>(pixelSize(argNumber(width)), pixelSize(argNumber(height)),
+                                        argColor(bgColor), argColor(edgeColor),
+                                        effectValue(raisedEffect));
+  }
+  Ref<platform::chart::XYPlot> XYChart(const Variant& width, const Variant& height,
+                                       const Variant& bgColor, const Variant& edgeColor,
+                                       const Variant& raisedEffect) override {
+    return std::make_shared<XYChartImpl>(pixelSize(argNumber(width)), pixelSize(argNumber(height)),
+                                         argColor(bgColor), argColor(edgeColor),
+                                         effectValue(raisedEffect));
+  }
+  Variant TextColor() override { return colorValue(kTextColor); }
+  Variant Center() override { return Variant(kAlignCenter); }
+  Variant NoValue() override { return Variant(kNoValue); }
+  Variant Transparent() override { return colorValue(kTransparent); }
+  Variant glassEffect(const Variant& glareSize, const Variant& glareDirection,
+                      const Variant& raisedEffect) override {
+    const auto byte = [](const Variant& v) {
+      const double d = argNumber(v);
+      return std::isfinite(d) ? static_cast<int32_t>(std::clamp(std::round(d), 0.0, 255.0)) : 0;
+    };
+    return Variant(static_cast<int32_t>(0x01000000 | byte(glareSize) << 16 |
+                                        byte(glareDirection) << 8 | byte(raisedEffect)));
+  }
+  Variant chartTime(const Variant& y, const Variant& m, const Variant& d, const Variant& h,
+                    const Variant& n, const Variant& s) override {
+    const auto whole = [](const Variant& v) {
+      const double x = argNumber(v);
+      if (!std::isfinite(x) || std::abs(x) > 1e9) throw VbError(err::InvalidCall);
+      return static_cast<int64_t>(std::floor(x));
+    };
+    const double second = argNumber(s);
+    if (!std::isfinite(second)) throw VbError(err::InvalidCall);
+    return Variant(
+        tessaline::chart::chartTime(whole(y), whole(m), whole(d), whole(h), whole(n), second));
+  }
+};
+
+}  // namespace
+
+double argNumber(const Variant& value) { return value.toDouble(); }
+
+uint32_t argColor(const Variant& value) {
+  const double d = std::round(value.toDouble());
+  if (!std::isfinite(d) || d < -2147483648.0 || d > 4294967295.0) return kNoColor;
+  return static_cast<uint32_t>(static_cast<int64_t>(d));
+}
+
+std::string argText(const Variant& value) { return value.toText(); }
+
+bool argFlag(const Variant& value) { return value.toBool(); }
+
+std::vector<double> argSeries(const Variant& value) {
+  const auto& items = value.toArray().items;
+  std::vector<double> out;
+  out.reserve(items.size());
+  for (const auto& item : items) {
+    if (item.isNumeric()) {
+      out.push_back(item.toDouble());
+    } else {
+      try {
+        out.push_back(item.isString() ? item.toDouble() : kNoValue);
+      } catch (const VbError&) {
+        out.push_back(kNoValue);
+      }
+    }
+  }
+  return out;
+}
+
+Variant encodeChart(const platform::PixelImage& image, const Variant& format) {
+  const double number = argNumber(format);
+  std::vector<uint8_t> bytes;
+  if (number == static_cast<double>(ImageFormat::Png)) {
+    bytes = encodePng(image);
+  } else if (number == static_cast<double>(ImageFormat::Jpeg)) {
+    bytes = encodeJpeg(image);
+  } else if (number == static_cast<double>(ImageFormat::Bmp)) {
+    bytes = encodeBmp(image);
+  } else {
+    throw VbError(err::InvalidCall);
+  }
+  if (bytes.empty()) throw VbError(err::OutOfMemory);
+  return Variant(std::make_shared<platform::ByteArray>(std::move(bytes)));
+}
+
+Ref<platform::chart::ChartApi> createEngineApi() { return std::make_shared<ChartApiImpl>(); }
+
+void install() {
+  platform::chart::setChartEngine(createEngineApi);
+  platform::setPictureDecoder(decodePicture);
+}
+
+}  // namespace tessaline::chart

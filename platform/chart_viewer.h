@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "frame/object.h"
+#include "platform/widgets.h"
+
+namespace tessaline::platform {
+
+// The chart viewer: shows a chart's picture and turns mouse actions into a viewport, the
+// visible part of the chart's full range as four fractions.
+// - The viewport starts on the whole range: left 0, top 0, width 1, height 1. Top counts down
+//   from the top of the full range.
+// - A viewport written out of range is brought back into it when it is next used (by
+//   updateViewPort or a mouse action): a width or height is clamped to the range from
+//   1/1000 to 1 (NaN gives 1), then left and top are moved so that the visible part lies in
+//   0 to 1 (NaN gives 0).
+// - MouseUsage 0 does nothing with the mouse; 1: dragging scrolls; 3: a click zooms in, 4: a
+//   click zooms out, around the point clicked. These change the viewport, then raise
+//   ViewPortChanged by themselves. ZoomDirection and ScrollDirection say which fractions
+//   move: 0 horizontal only, 1 vertical only, 2 both.
+// - updateViewPort brings the viewport into range and raises ViewPortChanged.
+class ChartViewer : public Widget {
+ public:
+  using ViewPortHandler = std::function<void(bool needUpdateChart, bool needUpdateImageMap)>;
+  struct ViewerEvents {
+    ViewPortHandler ViewPortChanged;
+  };
+  ViewerEvents viewerEvents;
+
+  static constexpr int32_t kMouseDefault = 0;
+  static constexpr int32_t kMouseScroll = 1;
+  static constexpr int32_t kMouseZoomIn = 3;
+  static constexpr int32_t kMouseZoomOut = 4;
+  static constexpr int32_t kDirectionHorizontal = 0;
+  static constexpr int32_t kDirectionVertical = 1;
+  static constexpr int32_t kDirectionBoth = 2;
+
+  // The picture on show, or Nothing.
+  virtual Ref<Object> Picture() const = 0;
+  virtual void Picture(const Ref<Object>& picture) = 0;
+
+  virtual double ViewPortLeft() const = 0;
+  virtual void ViewPortLeft(double value) = 0;
+  virtual double ViewPortTop() const = 0;
+  virtual void ViewPortTop(double value) = 0;
+  virtual double ViewPortWidth() const = 0;
+  virtual void ViewPortWidth(double value) = 0;
+  virtual double ViewPortHeight() const = 0;
+  virtual void ViewPortHeight(double value) = 0;
+
+  virtual int32_t MouseUsage() const = 0;
+  virtual void MouseUsage(int32_t value) = 0;
+  virtual int32_t ZoomDirection() const = 0;
+  virtual void ZoomDirection(int32_t value) = 0;
+  virtual int32_t ScrollDirection() const = 0;
+  virtual void ScrollDirection(int32_t value) = 0;
+  // The pointer shape: 1 arrow, 50 hand, 51 zoom in, 52 and 53 zoom out; 0 the default.
+  virtual int32_t MousePointer() const = 0;
+  virtual void MousePointer(int32_t value) = 0;
+
+  virtual void updateViewPort(bool needUpdateChart, bool needUpdateImageMap) = 0;
+};
+
+}  // namespace tessaline::platform

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "frame/object.h"
+#include "frame/variant.h"
+
+namespace tessaline::platform {
+
+// Pixels as the chart engine and the toolkits share them: 32 bits per pixel, native-endian
+// 0xAARRGGBB with the colour premultiplied by alpha, rows of `width` pixels without padding.
+struct PixelImage {
+  int32_t width = 0;
+  int32_t height = 0;
+  std::vector<uint32_t> pixels;
+};
+
+// A picture object: what an image control or a chart viewer shows. Immutable once made.
+class Picture : public Object {
+ public:
+  explicit Picture(PixelImage image) : image_(std::move(image)) {}
+  int32_t Width() const { return image_.width; }
+  int32_t Height() const { return image_.height; }
+  const PixelImage& image() const { return image_; }
+
+ private:
+  PixelImage image_;
+};
+
+// An encoded image held as one object, so that a chart's bytes travel in a value without
+// one element per byte.
+class ByteArray : public Object {
+ public:
+  explicit ByteArray(std::vector<uint8_t> bytes) : bytes_(std::move(bytes)) {}
+  const std::vector<uint8_t>& bytes() const { return bytes_; }
+
+ private:
+  std::vector<uint8_t> bytes_;
+};
+
+// Reads the encoded bytes of an image (PNG, JPEG, BMP, GIF, ICO); false for bytes that are
+// no picture it can read.
+using PictureDecoder = std::function<bool(const uint8_t* data, size_t size, PixelImage& out)>;
+void setPictureDecoder(PictureDecoder decoder);
+
+// The picture held in encoded bytes: a ByteArray object or an array of byte values. Any
+// failure gives Nothing, with no log line and no error.
+Ref<Picture> PictureFromBytes(const Variant& bytes);
+
+// The picture of a file. 53 for a file that isn't there or can't be read, 481 for a file
+// that is no picture.
+Ref<Picture> LoadPicture(const std::string& path);
+
+}  // namespace tessaline::platform

@@ -1,0 +1,407 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "platform/chart/engine.h"
+#include "platform/chart_recorder.h"
+
+namespace tessaline::chart {
+namespace {
+
+using platform::PictureFromBytes;
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+Variant series(std::initializer_list<double> values) {
+  VariantArray out;
+  for (double v : values) out.items.emplace_back(v);
+  return Variant(std::move(out));
+}
+
+class ChartEngine : public ::testing::Test {
+ protected:
+  void SetUp() override { install(); }
+  void TearDown() override {
+    platform::chart::stopRecordingChartCalls();
+    platform::chart::setChartEngine(nullptr);
+    platform::setPictureDecoder(nullptr);
+  }
+};
+
+// ---- Scales ------------------------------------------------------------------------------
+
+TEST(ChartScale, NiceStepsFollowOneTwoFive) {
+  const std::pair<double, double> rows[] = {{0.7, 1}, {1, 1},    {1.2, 2},      {3, 5},
+                                            {7, 10},  {12, 20},  {0.031, 0.05}, {0, 0},
+                                            {-1, 0},  {kNaN, 0}, {kInf, 0}};
+  for (auto [raw, step] : rows) EXPECT_DOUBLE_EQ(niceStep(raw), step) << raw;
+}
+
+TEST(ChartScale, AutomaticScalesRoundOutAndLeanOnZero) {
+  AutoScaleRequest r;
+  r.dataMin = 3;
+  r.dataMax = 97;
+  Scale s = autoScale(r);
+  EXPECT_DOUBLE_EQ(s.lower, 0);
+  EXPECT_DOUBLE_EQ(s.upper, 100);
+  EXPECT_DOUBLE_EQ(s.major, 10);
+
+  r.dataMin = 90;  // far from zero: the scale stays near the data
+  s = autoScale(r);
+  EXPECT_DOUBLE_EQ(s.lower, 90);
+  EXPECT_DOUBLE_EQ(s.upper, 97);
+
+  r.dataMin = 12.3, r.dataMax = 47.7, r.zeroAffinity = false, r.roundMax = false;
+  s = autoScale(r);
+  EXPECT_DOUBLE_EQ(s.lower, 10);
+  EXPECT_DOUBLE_EQ(s.upper, 47.7);
+
+  r.fixedEnds = true, r.fixedLower = 10, r.fixedUpper = 20, r.roundMin = false;
+  s = autoScale(r);
+  EXPECT_DOUBLE_EQ(s.lower, 10);
+  EXPECT_DOUBLE_EQ(s.upper, 20);
+
+  r.fixedLower = 20, r.fixedUpper = 10;  // reversed ends keep their order
+  s = autoScale(r);
+  EXPECT_DOUBLE_EQ(s.lower, 20);
+  EXPECT_DOUBLE_EQ(s.upper, 10);
+}
+
+TEST(ChartScale, DegenerateDataGivesAUsableScale) {
+  AutoScaleRequest none;  // no data at all
+  Scale s = autoScale(none);
+  EXPECT_LT(s.lower, s.upper);
+
+  AutoScaleRequest flat;
+  flat.dataMin = flat.dataMax = 5;
+  flat.zeroAffinity = false;
+  s = autoScale(flat);
+  EXPECT_LE(s.lower, 5);
+  EXPECT_GE(s.upper, 5);
+  EXPECT_LT(s.lower, s.upper);
+
+  AutoScaleRequest huge;
+  huge.dataMin = -1.6e308;
+  huge.dataMax = 1.6e308;
+  s = autoScale(huge);
+  EXPECT_TRUE(std::isfinite(s.major));
+  EXPECT_GT(s.major, 0);
+  EXPECT_LE(tickPositions(s, s.major).size(), 20u);
+}
+
+TEST(ChartScale, TicksStopAtTheirLimitInsteadOfLooping) {
+  Scale s{0, 100, 0, 0, 0};
+  EXPECT_EQ(tickPositions(s, 10).size(), 11u);
+  EXPECT_TRUE(tickPositions(s, 1e-12).empty());
+  EXPECT_TRUE(tickPositions(s, 0).empty());
+  EXPECT_TRUE(tickPositions(s, kNaN).empty());
+  EXPECT_TRUE(tickPositions(Scale{0, kInf, 0, 0, 0}, 1).empty());
+  const auto reversed = tickPositions(Scale{100, 0, 0, 0, 100}, -25);
+  ASSERT_EQ(reversed.size(), 5u);
+  EXPECT_DOUBLE_EQ(reversed.front(), 100);
+  EXPECT_DOUBLE_EQ(reversed.back(), 0);
+}
+
+TEST(ChartScale, ChartTimeCountsSecondsFromTheYearOne) {
+  EXPECT_DOUBLE_EQ(chartTime(1, 1, 1, 0, 0, 0), 0);
+  EXPECT_DOUBLE_EQ(chartTime(1970, 1, 1, 0, 0, 0), 62135596800.0);
+  EXPECT_DOUBLE_EQ(chartTime(2024, 3, 1, 0, 0, 0) - chartTime(2024, 2, 28, 0, 0, 0), 2 * 86400.0);
+  CivilTime t;
+  ASSERT_TRUE(civilFromChartTime(chartTime(2026, 11, 23, 10, 5, 7.25), t));
+  EXPECT_EQ(t.year, 2026);
+  EXPECT_EQ(t.month, 11);
+  EXPECT_EQ(t.day, 23);
+  EXPECT_EQ(t.hour, 10);
+  EXPECT_EQ(t.minute, 5);
+  EXPECT_DOUBLE_EQ(t.second, 7.25);
+  EXPECT_FALSE(civilFromChartTime(-1, t));
+  EXPECT_FALSE(civilFromChartTime(kNaN, t));
+  EXPECT_FALSE(civilFromChartTime(kNoValue, t));
+}
+
+// ---- Label formats and markup ------------------------------------------------------------
+
+TEST(ChartLabels, FormatsFillTheirFields) {
+  const double time = chartTime(2026, 11, 23, 10, 5, 7);
+  const struct {
+    const char* format;
+    double value;
+    const char* text;
+  } rows[] = {
+      {"{value|2}", 3.14159, "3.14"},
+      {"{value|0}", 2.5, "2"},
+      {"{value|2,.}", 1234567.891, "1,234,567.89"},
+      {"{value|e3}", 12346, "1.235e+04"},
+      {"{value|e5}", -0.5, "-5.00000e-01"},
+      {"{value|P4}", 12.3456, "12.35"},
+      {"{value|P4}", 0.00123456, "0.001235"},
+      {"{value|P4}", 123456, "123456"},
+      {"{value}", 0.1 + 0.2, "0.3"},
+      {"{value|hh:nn:ss}", time, "10:05:07"},
+      {"{value|yyyy-mm-dd}", time, "2026-11-23"},
+      {"{value|mmm dd}", time, "Nov 23"},
+      {"Software: <*bgColor=FFCCCC*> {value|2} ", 5, "Software: <*bgColor=FFCCCC*> 5.00 "},
+      {"{value|2}", kNoValue, ""},
+      {"{value|2}", kNaN, "NaN"},
+      {"{value|2}", -kInf, "-Infinity"},
+      {"{value|hh:nn:ss}", -5, ""},
+      {"{valuex} and {value", 1, "{valuex} and {value"},
+      {"no field", 1, "no field"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(formatLabel(row.format, row.value), row.text) << row.format;
+}
+
+TEST(ChartLabels, MarkupSplitsTextIntoStyledRuns) {
+  auto runs = parseMarkup("Software: <*bgColor=FFCCCC*> 5.00 <*/*>end");
+  ASSERT_EQ(runs.size(), 3u);
+  EXPECT_EQ(runs[0].text, "Software: ");
+  EXPECT_FALSE(runs[0].background);
+  EXPECT_EQ(runs[1].text, " 5.00 ");
+  EXPECT_EQ(runs[1].background, 0xFFCCCCu);
+  EXPECT_FALSE(runs[2].background);
+
+  runs = parseMarkup("a<*br*>b<*color=00FF00,size=12*>c");
+  ASSERT_EQ(runs.size(), 3u);
+  EXPECT_TRUE(runs[1].lineBreak);
+  EXPECT_EQ(runs[2].color, 0x00FF00u);
+  EXPECT_EQ(runs[2].size, 12);
+
+  runs = parseMarkup("open <* never closed");
+  ASSERT_EQ(runs.size(), 1u);
+  EXPECT_EQ(runs[0].text, "open <* never closed");
+  EXPECT_EQ(parseMarkup("<*bgColor=zz*>x")[0].background, std::nullopt);
+}
+
+// ---- Colours and fonts -----------------------------------------------------------------
+
+TEST(ChartPaint, ColourValuesResolve) {
+  EXPECT_FALSE(resolvePaint(kNoColor).visible());
+  EXPECT_FALSE(resolvePaint(kTransparent).visible());
+  const Paint red = resolvePaint(0xFF0000);
+  EXPECT_EQ(red.kind, Paint::Kind::Solid);
+  EXPECT_DOUBLE_EQ(red.r, 1);
+  EXPECT_DOUBLE_EQ(red.a, 1);
+  EXPECT_NEAR(resolvePaint(0x80FF0000).a, 127 / 255.0, 1e-9);
+  EXPECT_EQ(resolvePaint(kTextColor).kind, Paint::Kind::Solid);
+  EXPECT_DOUBLE_EQ(resolvePaint(kTextColor).r, 0);
+  EXPECT_EQ(resolvePaint(kMetalBase + 90).kind, Paint::Kind::Metal);
+
+  EXPECT_EQ(argColor(Variant(-65534)), kTextColor);
+  EXPECT_EQ(argColor(Variant(-1)), kNoColor);
+  EXPECT_EQ(argColor(Variant(4278190080.0)), kTransparent);
+  EXPECT_EQ(argColor(Variant(1e20)), kNoColor);
+  EXPECT_EQ(argColor(Variant(kNaN)), kNoColor);
+  EXPECT_THROW(argColor(Variant("red")), VbError);
+}
+
+TEST(ChartPaint, FontNamesMapToInstalledFamilies) {
+  EXPECT_EQ(fontFace("arial.ttf").family, "Liberation Sans");
+  EXPECT_TRUE(fontFace("arialbd.ttf").bold);
+  const FontFace times = fontFace("timesbi.ttf");
+  EXPECT_EQ(times.family, "Liberation Serif");
+  EXPECT_TRUE(times.bold && times.italic);
+  EXPECT_EQ(fontFace("SSERIFE.FON").family, "Liberation Sans");
+  EXPECT_TRUE(fontFace("bold").bold);
+  EXPECT_EQ(fontFace("").family, "Liberation Sans");
+  EXPECT_EQ(fontFace("C:\\Windows\\Fonts\\ARIAL.TTF").family, "Liberation Sans");
+}
+
+// ---- Meter -------------------------------------------------------------------------------
+
+TEST_F(ChartEngine, MeterTicksGiveOnePositionPerMicroTick) {
+  MeterChart meter(208, 148, kPaletteBase, 0, 0);
+  meter.setScale(85, 115, 5, 2.5, 0.5);
+  const Variant ticks = meter.getTicks();
+  const auto& items = ticks.toArray().items;
+  ASSERT_EQ(items.size(), 61u);
+  EXPECT_DOUBLE_EQ(items[0].toDouble(), 85);
+  EXPECT_DOUBLE_EQ(items[10].toDouble(), 90);
+  EXPECT_DOUBLE_EQ(items[50].toDouble(), 110);
+  EXPECT_DOUBLE_EQ(items[60].toDouble(), 115);
+
+  meter.setScale(100, 0, -100 / 6.0, -100 / 12.0, -100 / 60.0);  // reversed
+  const auto& reversed = meter.getTicks().toArray().items;
+  ASSERT_EQ(reversed.size(), 61u);
+  EXPECT_DOUBLE_EQ(reversed.front().toDouble(), 100);
+  EXPECT_NEAR(reversed.back().toDouble(), 0, 1e-9);
+
+  meter.setScale(0, 0, 0, 0, 0);  // no span, no ticks: just the one end
+  EXPECT_EQ(meter.getTicks().toArray().items.size(), 1u);
+  meter.setScale(0, 100, 50, 10, 1e-9);  // too fine to count falls back to the next kind
+  EXPECT_EQ(meter.getTicks().toArray().items.size(), 11u);
+}
+
+TEST_F(ChartEngine, PointersAtNoValueAreHiddenAndFarValuesStayNearTheDial) {
+  MeterScene scene;
+  scene.width = 208, scene.height = 145, scene.cx = 104, scene.cy = 117, scene.radius = 85;
+  scene.hasScale = true, scene.lower = 0, scene.upper = 100;
+  EXPECT_DOUBLE_EQ(scene.angleOf(0), -90);
+  EXPECT_DOUBLE_EQ(scene.angleOf(50), 0);
+  EXPECT_DOUBLE_EQ(scene.angleOf(100 + 100 / 60.0), 93);  // the parked value shows past the end
+  EXPECT_DOUBLE_EQ(scene.angleOf(1e300), 99);
+  EXPECT_DOUBLE_EQ(scene.angleOf(-1e300), -99);
+  scene.upper = 0;  // an empty scale puts values at either end
+  EXPECT_DOUBLE_EQ(scene.angleOf(0), -90);
+  EXPECT_DOUBLE_EQ(scene.angleOf(5), 99);
+
+  scene.upper = 100;
+  const auto bare = scene.render();
+  scene.pointers.push_back(MeterScene::Pointer{kNoValue, 0xFF0000, 0});
+  scene.pointers.push_back(MeterScene::Pointer{kNaN, 0xFF0000, 0});
+  EXPECT_EQ(scene.render().pixels, bare.pixels);
+  scene.pointers.push_back(MeterScene::Pointer{50, 0xFF0000, 0});
+  EXPECT_NE(scene.render().pixels, bare.pixels);
+}
+
+TEST_F(ChartEngine, ZonesPaintTheirRing) {
+  MeterScene scene;
+  scene.width = 208, scene.height = 145, scene.cx = 104, scene.cy = 117, scene.radius = 85;
+  scene.hasScale = true, scene.lower = 0, scene.upper = 100;
+  scene.zones.push_back(MeterScene::Zone{50, 100, 73, 80, 0x00FF00, kNoColor});
+  const auto image = scene.render();
+  // At 45 degrees right of the top, radius 76.5: inside the zone.
+  const double a = 45 * 3.14159265358979 / 180;
+  const int x = static_cast<int>(104 + 76.5 * std::sin(a)),
+            y = static_cast<int>(117 - 76.5 * std::cos(a));
+  EXPECT_EQ(image.pixels[static_cast<size_t>(y * 208 + x)], 0xFF00FF00u);
+  // The same place on the left half holds no zone.
+  const int mirrored = 208 - 1 - x;
+  EXPECT_NE(image.pixels[static_cast<size_t>(y * 208 + mirrored)], 0xFF00FF00u);
+}
+
+TEST_F(ChartEngine, MeterDrawsThroughBadArgumentsWithoutFailing) {
+  auto api = platform::chart::createChartApi();
+  for (double size : {0.0, -5.0, kNaN, kInf}) {
+    auto meter = api->AngularMeter(size, size, api->meterBackgroundColor(kNaN), kNaN, kInf);
+    meter->setMeter(kNaN, kInf, -5, kNaN, 1e300);
+    meter->setScale(kNaN, kInf, 0, -1, kNaN);
+    meter->addZone(kNaN, 1e300, -1, 1e9, 1e20, -1);
+    meter->addPointer(kInf, 0, 0);
+    meter->addText(0, 0, "bad \xff\xfe text \xe2\x82", "no-such-font.ttf", -3, 0, 42, kNaN, false);
+    meter->addLabel(kNaN, "x");
+    const auto picture = PictureFromBytes(meter->makeChart2(2));
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->Width(), 1);
+  }
+  auto meter = api->AngularMeter(208, 145, 0xFFFFFF, 0, 0);
+  EXPECT_THROW(meter->setScale("low", 100, 1, 1, 1), VbError);
+  try {
+    meter->makeChart2(3);
+    ADD_FAILURE() << "format 3 was written";
+  } catch (const VbError& e) {
+    EXPECT_EQ(e.number(), err::InvalidCall);
+  }
+}
+
+// ---- XY chart ----------------------------------------------------------------------------
+
+TEST_F(ChartEngine, LayoutSettlesAxesForTheirEnds) {
+  XYChartImpl chart(600, 400, kPaletteBase, kNoColor, 0);
+  chart.setPlotArea(50, 20, 500, 300, 0xFFFFFF, -1, -1, 0xCCCCCC, 0xCCCCCC);
+  chart.addLineLayer(series({12.3, 20, kNoValue, 47.7}), 0xFF0000, "", 0);
+  auto y = chart.yAxis();
+  y->setLinearScale(0, 0, 0, 0);  // equal ends: the data decides
+  y->setRounding(true, false);
+  chart.layout();
+  EXPECT_LE(y->getMinValue(), 12.3);
+  EXPECT_DOUBLE_EQ(y->getMaxValue(), 47.7);
+
+  y->setLinearScale(12.3, 47.7, 0, 0);
+  y->setRounding(false, false);
+  EXPECT_DOUBLE_EQ(y->getMinValue(), 12.3);
+  EXPECT_DOUBLE_EQ(y->getMaxValue(), 47.7);
+
+  y->setLinearScale(0, 100, 10, 0);
+  EXPECT_DOUBLE_EQ(y->getMaxValue(), 100);
+  y->setLinearScale(kNoValue, kInf, 0, 0);  // ends that aren't numbers: automatic
+  EXPECT_TRUE(std::isfinite(y->getMaxValue()));
+}
+
+TEST_F(ChartEngine, LinesLeaveGapsAtNoValue) {
+  XYChartImpl chart(200, 100, 0xFFFFFF, kNoColor, 0);
+  chart.setPlotArea(0, 0, 200, 100, 0xFFFFFF, -1, -1, -1, -1);
+  chart.xAxis()->setLinearScale(0, 4, 1, 0);
+  chart.yAxis()->setLinearScale(0, 2, 1, 0);
+  chart.xAxis()->setWidth(0);
+  chart.yAxis()->setWidth(0);
+  auto layer = chart.addLineLayer(series({1, 1, kNoValue, 1, 1}), 0xFF0000, "", 0);
+  layer->setLineWidth(3);
+  const auto picture = PictureFromBytes(chart.makeChart2(0));
+  ASSERT_TRUE(picture);
+  const auto at = [&](int x, int y) {
+    return picture->image().pixels[static_cast<size_t>(y * 200 + x)];
+  };
+  EXPECT_EQ(at(25, 50), 0xFFFF0000u);   // between the first two points
+  EXPECT_EQ(at(100, 50), 0xFFFFFFFFu);  // the gap
+  EXPECT_EQ(at(175, 50), 0xFFFF0000u);
+}
+
+TEST_F(ChartEngine, XYChartDrawsThroughBadData) {
+  auto api = platform::chart::createChartApi();
+  auto chart = api->XYChart(300, 200, 0xF4F4F4, 0, 0);
+  chart->setPlotArea(kNaN, -50, 1e12, -3, 0xFFFFFF, -1, -1, 0xCCCCCC, 0xCCCCCC);
+  auto layer = chart->addLineLayer(series({}), 0xFF0000, "empty", 0);
+  layer->setXData(series({1, 2, 3}));
+  layer->addDataSet(series({kNaN, kInf, -kInf, 1e308, -1e308, 5}), 0x00FF00, "wild");
+  chart->addLineLayer2(0, 0)->addDataSet(series({1, 2, 3, 4, 5, 6, 7}), 0x0000FF, "");
+  chart->xAxis()->setDateScale(5, 5, 0, 0);
+  chart->yAxis()->setLinearScale(1e300, -1e300, 1e-300, 0);
+  chart->yAxis()->setTickDensity(kNaN, -1);
+  chart->addLegend2(0, 0, 0, "", 9);
+  chart->addTitle("\xc3\x28 title", "unknown.fon", 1e9, -1, -1, -1);
+  for (int format : {0, 2, 4}) EXPECT_TRUE(PictureFromBytes(chart->makeChart2(format)));
+  EXPECT_THROW(chart->addLineLayer(Variant(3.0), 0, "", 0), VbError);
+}
+
+TEST_F(ChartEngine, ChartBytesCarryTheirFormat) {
+  auto api = platform::chart::createChartApi();
+  auto meter = api->AngularMeter(208, 145, 0xFFFFFF, 0, 0);
+  const auto bytes = [&](int format) {
+    return std::dynamic_pointer_cast<platform::ByteArray>(meter->makeChart2(format).toObject())
+        ->bytes();
+  };
+  EXPECT_EQ(bytes(0)[1], 'P');
+  EXPECT_EQ(bytes(2)[0], 0xFF);
+  EXPECT_EQ(bytes(2)[1], 0xD8);
+  EXPECT_EQ(bytes(4)[0], 'B');
+  const auto picture = PictureFromBytes(meter->makeChart2(2));
+  ASSERT_TRUE(picture);
+  EXPECT_EQ(picture->Width(), 208);
+  EXPECT_EQ(picture->Height(), 145);
+}
+
+// ---- Recorder ----------------------------------------------------------------------------
+
+TEST_F(ChartEngine, RecorderKeepsEveryOperationInOrder) {
+  auto log = platform::chart::recordChartCalls();
+  auto api = platform::chart::createChartApi();
+  auto meter = api->AngularMeter(208, 145, api->meterBackgroundColor(90), 0, 0);
+  meter->setScale(0, 100, 100 / 6.0, 100 / 12.0, 100 / 60.0);
+  meter->addText(100, 130, "50 bar", "arialbd.ttf", 8, api->TextColor(), api->Center(), 0, false);
+  EXPECT_THROW(meter->addPointer("x", 0, 0), VbError);
+  auto chart = api->XYChart(10, 10, 0, 0, 0);
+  chart->xAxis()->setLabelFormat("{value|hh:nn:ss}");
+  chart->addLineLayer2(0, 0)->addDataSet(series({1, 2}), 0xFF0000, "");
+  const std::vector<std::string> expected = {
+      "api.meterBackgroundColor(90)",
+      "api.AngularMeter(208, 145, -131006, 0, 0)",
+      "meter.setScale(0, 100, 16.6666666666667, 8.33333333333333, 1.66666666666667)",
+      "meter.addText(100, 130, \"50 bar\", \"arialbd.ttf\", 8, -65534, 5, 0, False)",
+      "meter.addPointer(\"x\", 0, 0)",
+      "api.XYChart(10, 10, 0, 0, 0)",
+      "chart.xAxis()",
+      "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
+      "chart.addLineLayer2(0, 0)",
+      "layer.addDataSet(<array 0 to 1>, 16711680, \"\")",
+  };
+  EXPECT_EQ(log->lines(), expected);
+
+  platform::chart::stopRecordingChartCalls();
+  platform::chart::createChartApi()->AngularMeter(1, 1, 0, 0, 0);
+  EXPECT_EQ(log->calls().size(), expected.size());
+}
+
+}  // namespace
+}  // namespace tessaline::chart
