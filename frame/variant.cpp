@@ -227,6 +227,28 @@ bool Variant::isNumeric() const {
   }
 }
 
+std::string formatGeneralNumber(const Variant& value) {
+  switch (value.type()) {
+    case VarType::Empty:
+    case VarType::Null:
+      return {};
+    case VarType::Single:
+    case VarType::Double: {
+      const double number = value.toDouble();
+      if (std::isinf(number)) return number > 0 ? "1.#INF" : "-1.#INF";
+      return value.toText();
+    }
+    case VarType::String:
+      try {
+        return formatGeneralNumber(Variant(value.toDouble()));
+      } catch (const VbError&) {
+        return value.toText();
+      }
+    default:
+      return value.toText();
+  }
+}
+
 std::string Variant::toText() const {
   switch (type()) {
     case VarType::Empty:

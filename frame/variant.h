@@ -126,6 +126,10 @@ std::optional<int> compare(const Variant& a, const Variant& b);
 std::string formatDouble(double value, std::string_view decimalSeparator);
 std::string formatSingle(float value, std::string_view decimalSeparator);
 std::string formatDate(DateSerial date);
+// Format(value, "General Number"): a number, or text that reads as one, in its general form;
+// other text as it stands; Empty and Null as "". An infinite number gives the platform's
+// "1.#INF" / "-1.#INF", so that a test for "#" finds it.
+std::string formatGeneralNumber(const Variant& value);
 
 enum class ParseOutcome { Number, NotANumber, Overflow };
 struct ParsedNumber {

@@ -8,6 +8,23 @@
 
 namespace tessaline::platform {
 
+// The visible part of a chart's full range, as fractions of it; top counts down from the top.
+struct ViewPort {
+  double left = 0, top = 0, width = 1, height = 1;
+  bool operator==(const ViewPort&) const = default;
+};
+// Brought into range: a size to 1/1000 .. 1 (NaN gives 1), then the corner moved so that the
+// visible part lies inside 0 .. 1 (NaN gives 0).
+ViewPort clampViewPort(ViewPort view);
+// One zoom step around a point given as fractions of the viewer (fx from the left, fy from
+// the top): the point under the mouse stays under it. A factor of 2 halves the visible part,
+// 0.5 doubles it. Direction as ZoomDirection.
+ViewPort zoomAround(ViewPort view, double fx, double fy, double factor, int32_t direction);
+// Dragging the picture by pixels moves the content with the mouse. Direction as
+// ScrollDirection.
+ViewPort scrollBy(ViewPort view, double dxPixels, double dyPixels, int32_t viewerWidth,
+                  int32_t viewerHeight, int32_t direction);
+
 // The chart viewer: shows a chart's picture and turns mouse actions into a viewport, the
 // visible part of the chart's full range as four fractions.
 // - The viewport starts on the whole range: left 0, top 0, width 1, height 1. Top counts down

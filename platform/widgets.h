@@ -15,6 +15,7 @@
 namespace tessaline::platform {
 
 using WindowHandle = int32_t;
+class ChartViewer;
 using Color = int32_t;
 
 namespace colors {
@@ -220,6 +221,9 @@ class UserControl {
 
   // Marks the saved state of the control as stale, under a property's name.
   virtual void PropertyChanged(const std::string& name) = 0;
+  // The background colour of the window that holds this control, as its device context
+  // paints it.
+  virtual Color AmbientBackColor() const = 0;
 
   virtual std::unique_ptr<TextBox> createTextBox(const std::string& name, bool multiLine) = 0;
   virtual std::unique_ptr<Label> createLabel(const std::string& name) = 0;
@@ -227,6 +231,7 @@ class UserControl {
   virtual std::unique_ptr<ComboBox> createComboBox(const std::string& name) = 0;
   virtual std::unique_ptr<ListBox> createListBox(const std::string& name) = 0;
   virtual std::unique_ptr<Frame> createFrame(const std::string& name) = 0;
+  virtual std::unique_ptr<ChartViewer> createChartViewer(const std::string& name) = 0;
 
   // The collection of children made at run time, by type name ("vb.label") and name. The
   // collection owns them; 711 for a type it doesn't know, 727 for a name that is taken, 730

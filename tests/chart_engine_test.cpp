@@ -244,7 +244,7 @@ TEST_F(ChartEngine, PointersAtNoValueAreHiddenAndFarValuesStayNearTheDial) {
   EXPECT_DOUBLE_EQ(scene.angleOf(-1e300), -99);
   scene.upper = 0;  // an empty scale puts values at either end
   EXPECT_DOUBLE_EQ(scene.angleOf(0), -90);
-  EXPECT_DOUBLE_EQ(scene.angleOf(5), 99);
+  EXPECT_DOUBLE_EQ(scene.angleOf(5), 90);
 
   scene.upper = 100;
   const auto bare = scene.render();
@@ -386,7 +386,7 @@ TEST_F(ChartEngine, RecorderKeepsEveryOperationInOrder) {
   chart->addLineLayer2(0, 0)->addDataSet(series({1, 2}), 0xFF0000, "");
   const std::vector<std::string> expected = {
       "api.meterBackgroundColor(90)",
-      "api.AngularMeter(208, 145, -131006, 0, 0)",
+      "api.AngularMeter(208, 145, -130982, 0, 0)",
       "meter.setScale(0, 100, 16.6666666666667, 8.33333333333333, 1.66666666666667)",
       "meter.addText(100, 130, \"50 bar\", \"arialbd.ttf\", 8, -65534, 5, 0, False)",
       "meter.addPointer(\"x\", 0, 0)",

@@ -6,7 +6,7 @@
 
 #include "apps/demo/scenes.h"
 #include "frame/vb_error.h"
-#include "platform/chart/engine.h"
+#include "platform/chart/install.h"
 
 int main(int argc, char** argv) {
   std::filesystem::path out = "out";
@@ -29,6 +29,7 @@ int main(int argc, char** argv) {
     tessaline::demo::playDialog(transcript);
     tessaline::chart::install();
     tessaline::demo::playCharts(transcript, out);
+    tessaline::demo::playGauges(transcript, out);
     std::cout << "\ndone\n";
     return 0;
   } catch (const std::exception& e) {

@@ -18,5 +18,8 @@ void playTyping(Transcript& t);
 void playDialog(Transcript& t);
 // Sample charts written as PNG files into `out`.
 void playCharts(Transcript& t, const std::filesystem::path& out);
+// The three gauges fed by a simulated device through the subscription exchange; their pictures
+// are written as PNG files into `out`.
+void playGauges(Transcript& t, const std::filesystem::path& out);
 
 }  // namespace tessaline::demo

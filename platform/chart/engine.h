@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/chart.h"
+#include "platform/chart/install.h"
 #include "platform/chart/label_format.h"
 #include "platform/chart/paint.h"
 #include "platform/chart/scale.h"
@@ -15,10 +16,6 @@
 // The chart engine behind the chart interfaces: each chart object keeps what it is told and
 // draws it all at makeChart2.
 namespace tessaline::chart {
-
-// Installs the engine and the picture decoder on this thread.
-void install();
-Ref<platform::chart::ChartApi> createEngineApi();
 
 // Arguments as the engine reads them. A number that is no number raises 13 (Null 94); a
 // colour that is no whole 32-bit value (NaN, infinities, out of range) is no colour.

@@ -98,13 +98,13 @@ FontFace fontFace(std::string_view name) {
 }
 
 int32_t pixelSize(double value) {
-  if (!(value >= 1)) return 1;
-  return static_cast<int32_t>(std::min(8192.0, std::floor(value)));
+  if (!(value >= 1) || !std::isfinite(value)) return 1;
+  return static_cast<int32_t>(std::min(4096.0, std::floor(value)));
 }
 
 Canvas::Canvas(int32_t width, int32_t height)
-    : width_(std::clamp(width, 1, 8192)),
-      height_(std::clamp(height, 1, 8192)),
+    : width_(std::clamp(width, 1, 4096)),
+      height_(std::clamp(height, 1, 4096)),
       surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width_, height_)),
       cr_(cairo_create(surface_)) {
   cairo_font_options_t* options = cairo_font_options_create();

@@ -97,7 +97,8 @@ class Canvas {
   cairo_t* cr_;
 };
 
-// Pixel size of a chart: whole pixels from 1 to 8192; NaN and what can't be a size give 1.
+// Pixel size of a chart: whole pixels from 1 to 4096; NaN, infinities and what can't be a
+// size give 1.
 int32_t pixelSize(double value);
 
 }  // namespace tessaline::chart

@@ -215,6 +215,55 @@ void moveFocus(Focusable* target) {
   if (target) target->raiseGotFocus();
 }
 
+// ---- ChartViewer ----
+
+ChartViewer::ChartViewer(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget(owner, std::move(name), handle) {
+  current().registerWindow(handle_, [this](int32_t& w, int32_t& h) {
+    w = width_;
+    h = height_;
+  });
+}
+
+ChartViewer::~ChartViewer() { unregister(handle_); }
+
+void ChartViewer::Picture(const Ref<Object>& picture) {
+  picture_ = picture;
+  if (picture) ++picturesShown_;
+}
+
+void ChartViewer::changed() {
+  if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(true, false);
+}
+
+void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) {
+  view_ = platform::clampViewPort(view_);
+  if (viewerEvents.ViewPortChanged)
+    viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
+}
+
+// One click zooms by two around the point clicked, in or out.
+void ChartViewer::click(int32_t x, int32_t y) {
+  if (!reachable()) return;
+  if (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut) return;
+  userAction([&] {
+    const double fx = width_ > 0 ? static_cast<double>(x) / width_ : 0.5;
+    const double fy = height_ > 0 ? static_cast<double>(y) / height_ : 0.5;
+    view_ = platform::zoomAround(view_, fx, fy, mouseUsage_ == kMouseZoomIn ? 2.0 : 0.5,
+                                 zoomDirection_);
+    changed();
+  });
+}
+
+void ChartViewer::drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY) {
+  if (!reachable() || mouseUsage_ != kMouseScroll) return;
+  userAction([&] {
+    view_ = platform::scrollBy(view_, static_cast<double>(toX) - fromX,
+                               static_cast<double>(toY) - fromY, width_, height_, scrollDirection_);
+    changed();
+  });
+}
+
 // ---- TextBox ----
 
 TextBox::TextBox(UserControl& owner, std::string name, platform::WindowHandle handle,
@@ -577,6 +626,10 @@ std::unique_ptr<platform::ComboBox> UserControl::createComboBox(const std::strin
   return std::make_unique<ComboBox>(*this, name, nextHandle());
 }
 
+std::unique_ptr<platform::ChartViewer> UserControl::createChartViewer(const std::string& name) {
+  return std::make_unique<ChartViewer>(*this, name, nextHandle());
+}
+
 std::unique_ptr<platform::ListBox> UserControl::createListBox(const std::string& name) {
   return std::make_unique<ListBox>(*this, name, nextHandle());
 }
@@ -625,6 +678,7 @@ std::unique_ptr<platform::UserControl> UserControl::createChildControl(
 TextBox& user(platform::TextBox& box) { return dynamic_cast<TextBox&>(box); }
 Label& user(platform::Label& label) { return dynamic_cast<Label&>(label); }
 Image& user(platform::Image& image) { return dynamic_cast<Image&>(image); }
+ChartViewer& user(platform::ChartViewer& viewer) { return dynamic_cast<ChartViewer&>(viewer); }
 ComboBox& user(platform::ComboBox& combo) { return dynamic_cast<ComboBox&>(combo); }
 ListBox& user(platform::ListBox& list) { return dynamic_cast<ListBox&>(list); }
 UserControl& user(platform::UserControl& window) { return dynamic_cast<UserControl&>(window); }

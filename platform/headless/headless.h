@@ -10,6 +10,7 @@
 
 #include "frame/text.h"
 #include "frame/vb_error.h"
+#include "platform/chart_viewer.h"
 #include "platform/locale.h"
 #include "platform/widgets.h"
 
@@ -99,6 +100,9 @@ class Backend : public platform::Backend {
   // Errors that escaped a user's action, oldest first; taking them clears the list.
   std::vector<VbError> takeUnhandledErrors();
   void recordUnhandled(const VbError& error) { unhandled_.push_back(error); }
+
+  // The background of the form around every control; a device context paints white.
+  platform::Color ambientBackColor = platform::colors::kWhite;
 
  private:
   class MemoryClipboard : public platform::Clipboard {
@@ -354,6 +358,52 @@ class Image : public Widget<platform::Image> {
   bool stretch_ = false;
 };
 
+// The chart viewer. A click and a drag act as the mouse does with the viewer's MouseUsage; a
+// picture is shown as it is set.
+class ChartViewer : public Widget<platform::ChartViewer> {
+ public:
+  ChartViewer(UserControl& owner, std::string name, platform::WindowHandle handle);
+  ~ChartViewer() override;
+
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override;
+  double ViewPortLeft() const override { return view_.left; }
+  void ViewPortLeft(double value) override { view_.left = value; }
+  double ViewPortTop() const override { return view_.top; }
+  void ViewPortTop(double value) override { view_.top = value; }
+  double ViewPortWidth() const override { return view_.width; }
+  void ViewPortWidth(double value) override { view_.width = value; }
+  double ViewPortHeight() const override { return view_.height; }
+  void ViewPortHeight(double value) override { view_.height = value; }
+  int32_t MouseUsage() const override { return mouseUsage_; }
+  void MouseUsage(int32_t value) override { mouseUsage_ = value; }
+  int32_t ZoomDirection() const override { return zoomDirection_; }
+  void ZoomDirection(int32_t value) override { zoomDirection_ = value; }
+  int32_t ScrollDirection() const override { return scrollDirection_; }
+  void ScrollDirection(int32_t value) override { scrollDirection_ = value; }
+  int32_t MousePointer() const override { return mousePointer_; }
+  void MousePointer(int32_t value) override { mousePointer_ = value; }
+  void updateViewPort(bool needUpdateChart, bool needUpdateImageMap) override;
+
+  // A click at a point of the viewer, in pixels: zooms with MouseUsage 3 or 4.
+  void click(int32_t x, int32_t y);
+  // A drag from one point to another, in pixels: scrolls with MouseUsage 1.
+  void drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY);
+  // How many pictures other than Nothing were set so far.
+  int32_t picturesShown() const { return picturesShown_; }
+
+ private:
+  void changed();
+
+  Ref<Object> picture_;
+  platform::ViewPort view_;
+  int32_t mouseUsage_ = 0;
+  int32_t zoomDirection_ = platform::ChartViewer::kDirectionBoth;
+  int32_t scrollDirection_ = platform::ChartViewer::kDirectionBoth;
+  int32_t mousePointer_ = 0;
+  int32_t picturesShown_ = 0;
+};
+
 class UserControl : public platform::UserControl {
  public:
   UserControl(std::string className, UserControl* parent, platform::WindowHandle handle);
@@ -374,6 +424,7 @@ class UserControl : public platform::UserControl {
   int32_t TabIndex() const override { return tabIndex_; }
   void TabIndex(int32_t value) override { tabIndex_ = value; }
   void PropertyChanged(const std::string& name) override;
+  platform::Color AmbientBackColor() const override { return current().ambientBackColor; }
 
   std::unique_ptr<platform::TextBox> createTextBox(const std::string& name,
                                                    bool multiLine) override;
@@ -382,6 +433,7 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::ComboBox> createComboBox(const std::string& name) override;
   std::unique_ptr<platform::ListBox> createListBox(const std::string& name) override;
   std::unique_ptr<platform::Frame> createFrame(const std::string& name) override;
+  std::unique_ptr<platform::ChartViewer> createChartViewer(const std::string& name) override;
   platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
   void Controls_Remove(const std::string& name) override;
   platform::Widget* Controls(const std::string& name) override;
@@ -408,6 +460,7 @@ class UserControl : public platform::UserControl {
 TextBox& user(platform::TextBox& box);
 Label& user(platform::Label& label);
 Image& user(platform::Image& image);
+ChartViewer& user(platform::ChartViewer& viewer);
 ComboBox& user(platform::ComboBox& combo);
 ListBox& user(platform::ListBox& list);
 UserControl& user(platform::UserControl& window);

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "gauges/gauge_control.h"
+#include "gauges/gauge_items.h"
+
+namespace tessaline {
+
+// A meter for a value without configured limits: the scale follows the value, and only its
+// two end labels are shown, since the numbers between would change with every value.
+class DTMDynamicGuageControl : public GaugeControl {
+ public:
+  static std::shared_ptr<DTMDynamicGuageControl> create();
+
+  void IDTMControl_Init(Ref<GenericDtm> genericDtm) override;
+  // Only this gauge passes Visible on to its chart and caption.
+  using GaugeControl::IDtmControl_Visible;
+  void IDtmControl_Visible(bool value) override;
+
+  Variant IDtmDataSubscriptionControl_SubscriptionItems() override;
+  void IDtmDataSubscriptionControl_SubscriptionItems(const Variant&) override {}
+  void IDtmDataSubscriptionControl_UpdateSubscriptionValues(const std::string& name,
+                                                            const Variant& value) override;
+  void CalculateRange(const Variant& value);
+
+  void IDTMDataControl_SetDeviceValue(const Variant& value) override;
+  void createChart() override;
+  bool IsNotANumber(const Variant& value);
+
+  const DynamicRange& range() const { return range_; }
+  const Variant& unitValue() const { return unitValue_; }
+
+ protected:
+  const MemberTable& members() const override;
+
+ private:
+  DTMDynamicGuageControl();
+
+  std::string& unitItem() override { return unitItem_; }
+
+  DynamicRange range_;
+  std::string unitItem_;
+  Variant unitValue_;
+};
+
+}  // namespace tessaline
