@@ -157,7 +157,15 @@ platform::PixelImage MeterScene::render() const {
       const double distance =
           labelInside ? radius - labelOffset - half : radius + labelOffset + half;
       double x = cx + distance * std::cos(a), y = cy + distance * std::sin(a);
-      x = std::clamp(x, box.w / 2 + 1, std::max(box.w / 2 + 1, whole.w - box.w / 2 - 1));
+      constexpr double kMargin = 4;
+      const double leftmost = box.w / 2 + kMargin;
+      const double rightmost = std::max(leftmost, whole.w - box.w / 2 - kMargin);
+      if (!labelInside && (x < leftmost || x > rightmost)) {
+        // No room beside the end of the scale: the label goes under it.
+        x = cx + radius * std::cos(a);
+        y = cy + radius * std::sin(a) + box.h / 2 + 2;
+      }
+      x = std::clamp(x, leftmost, rightmost);
       y = std::clamp(y, box.h / 2 + 1, std::max(box.h / 2 + 1, whole.h - box.h / 2 - 1));
       const Rect where = canvas.drawText(x, y, kAlignCenter, text, labelStyle, false);
       if (std::any_of(drawn.begin(), drawn.end(),

@@ -105,7 +105,10 @@ int32_t pixelSize(double value) {
 Canvas::Canvas(int32_t width, int32_t height)
     : width_(std::clamp(width, 1, 4096)),
       height_(std::clamp(height, 1, 4096)),
-      surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, width_, height_)),
+      pixels_(static_cast<size_t>(width_) * static_cast<size_t>(height_)),
+      surface_(cairo_image_surface_create_for_data(reinterpret_cast<unsigned char*>(pixels_.data()),
+                                                   CAIRO_FORMAT_ARGB32, width_, height_,
+                                                   width_ * 4)),
       cr_(cairo_create(surface_)) {
   cairo_font_options_t* options = cairo_font_options_create();
   cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
@@ -281,14 +284,7 @@ platform::PixelImage Canvas::takeImage() {
   platform::PixelImage image;
   image.width = width_;
   image.height = height_;
-  image.pixels.resize(static_cast<size_t>(width_) * static_cast<size_t>(height_));
-  const unsigned char* data = cairo_image_surface_get_data(surface_);
-  const int stride = cairo_image_surface_get_stride(surface_);
-  for (int32_t row = 0; row < height_; ++row) {
-    std::memcpy(image.pixels.data() + static_cast<size_t>(row) * static_cast<size_t>(width_),
-                data + static_cast<size_t>(row) * static_cast<size_t>(stride),
-                static_cast<size_t>(width_) * 4);
-  }
+  image.pixels = std::move(pixels_);
   return image;
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/picture.h"
 
@@ -86,6 +87,7 @@ class Canvas {
   Rect drawText(double x, double y, int32_t alignment, std::string_view text,
                 const TextStyle& style, bool draw = true);
 
+  // The finished pixels, without a copy; nothing may be drawn afterwards.
   platform::PixelImage takeImage();
 
  private:
@@ -93,6 +95,7 @@ class Canvas {
 
   int32_t width_;
   int32_t height_;
+  std::vector<uint32_t> pixels_;  // the surface draws straight into these
   cairo_surface_t* surface_;
   cairo_t* cr_;
 };

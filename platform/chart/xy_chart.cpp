@@ -186,9 +186,13 @@ platform::PixelImage XYScene::render() {
 
   // The lines, cut at the plot area; a point that is no value leaves a gap.
   cairo_save(cr);
-  cairo_rectangle(cr, p.x, p.y, p.w, p.h);
+  // A clip on whole pixels keeps cairo on its fast path.
+  const double clipLeft = std::floor(p.x), clipTop = std::floor(p.y);
+  cairo_rectangle(cr, clipLeft, clipTop, std::ceil(p.x + p.w) - clipLeft,
+                  std::ceil(p.y + p.h) - clipTop);
   cairo_clip(cr);
-  cairo_set_line_join(cr, CAIRO_LINE_JOIN_ROUND);
+  cairo_set_line_join(cr, CAIRO_LINE_JOIN_BEVEL);
+  cairo_set_antialias(cr, CAIRO_ANTIALIAS_FAST);
   for (const auto& layer : layers) {
     for (const auto& set : layer->sets) {
       const size_t n =
