@@ -16,6 +16,8 @@
 #include "entry/data_multi_line_text_box.h"
 #include "entry/data_text_box.h"
 #include "entry/list_control.h"
+#include "gauges/dynamic_gauge.h"
+#include "gauges/ranged_gauge.h"
 #include "support.h"
 
 namespace tessaline {
@@ -40,6 +42,10 @@ const std::set<std::string_view> kText = {IDTMControlFormatter::kIid, IDtmContro
 const std::set<std::string_view> kLabel = {IDtmControl::kIid, IDTMDataControl::kIid,
                                            IDTMEnumeration::kIid, IDTMEnumeration1::kIid};
 
+const std::set<std::string_view> kRangedGauge = {
+    IDtmControl::kIid, IDTMEnumeration::kIid, IDtmDataSubscriptionControl::kIid,
+    IDtmDataSubscriptionControlRange::kIid, IDTMEnumeration1::kIid};
+
 const ControlKind kControls[] = {
     {"DTMDataTextBox", maker<DTMDataTextBox>(), kText},
     {"DTMDataMultiLnTextBox", maker<DTMDataMultiLnTextBox>(), kText},
@@ -50,6 +56,11 @@ const ControlKind kControls[] = {
     {"DTMDataLaunchLabel", maker<DTMDataLaunchLabel>(), kLabel},
     {"DtmStaticLabel", maker<DtmStaticLabel>(), {IDtmControl::kIid}},
     {"DTMStatusControl", maker<DTMStatusControl>(), {IDtmControl::kIid, IDTMStatusControl::kIid}},
+    {"DTMDataGuageControl", maker<DTMDataGuageControl>(), kRangedGauge},
+    {"DTMDataAngularGuage", maker<DTMDataAngularGuage>(), kRangedGauge},
+    {"DTMDynamicGuageControl",
+     maker<DTMDynamicGuageControl>(),
+     {IDtmControl::kIid, IDtmDataSubscriptionControl::kIid, IDTMEnumeration::kIid}},
 };
 
 const std::string_view kAllInterfaces[] = {

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 #include "gauges/dynamic_gauge.h"
 #include "gauges/ranged_gauge.h"
 #include "platform/chart/install.h"
@@ -381,6 +384,49 @@ TEST_F(GaugeTest, CaptionTooltipBackgroundAndLayout) {
   EXPECT_EQ(gauge->window().Width(), 3113);
   EXPECT_EQ(gauge->ChartViewer1().Top(), 19);
   EXPECT_EQ(gauge->ChartViewer1().Width(), 200);
+}
+
+TEST_F(GaugeTest, HostileValuesNeverEscapeAGauge) {
+  const Variant values[] = {
+      Variant(),
+      Variant::null(),
+      Variant::nothing(),
+      Variant(VariantArray{0, {Variant(1), Variant("x")}}),
+      Variant(std::nan("")),
+      Variant(std::numeric_limits<double>::infinity()),
+      Variant(-std::numeric_limits<double>::infinity()),
+      Variant(1.7e308),
+      Variant(-1e300),
+      Variant(std::string(1 << 16, '9')),
+      Variant(std::string("\xff\xfe bad utf-8")),
+      Variant("Grüße 流量 😀"),
+  };
+  std::vector<std::shared_ptr<GaugeControl>> gauges = {ranged<DTMDataGuageControl>(),
+                                                       ranged<DTMDataAngularGuage>()};
+  auto dynamic = DTMDynamicGuageControl::create();
+  dynamic->IDTMControl_Init(host);
+  dynamic->IDtmControl_Name("PV");
+  dynamic->DTMDataGaugeControl_Unit("Unit");
+  gauges.push_back(dynamic);
+  for (const auto& gauge : gauges) {
+    for (const char* item : {"Low", "High", "Unit", "Z1", "PV"}) {
+      for (const Variant& value : values) {
+        EXPECT_NO_THROW(gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues(item, value));
+        EXPECT_NO_THROW(gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", 5.0));
+      }
+    }
+    EXPECT_NO_THROW(gauge->createChart());
+  }
+  // Once limits and zones are numbers again, every gauge draws again.
+  for (const auto& gauge : gauges) {
+    gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Z1", 3.0);
+    gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", 0.0);
+    gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", 10.0);
+    gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", "");
+    gauge->ChartViewer1().Picture(nullptr);
+    gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", 5.0);
+    EXPECT_FALSE(gauge->ChartViewer1().Picture().isNothing()) << gauge->window().ClassName();
+  }
 }
 
 }  // namespace
