@@ -31,6 +31,7 @@ test-asan: bootstrap
 	@cmake -S . -B $(ASAN_BUILD) $(ASAN_CONFIG) >/dev/null
 	@cmake --build $(ASAN_BUILD) -j$(JOBS)
 	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  ctest --test-dir $(ASAN_BUILD) --output-on-failure -j$(JOBS)
 
 bench: configure

@@ -222,7 +222,8 @@ TEST_F(ChartEngine, MeterTicksGiveOnePositionPerMicroTick) {
   EXPECT_DOUBLE_EQ(items[60].toDouble(), 115);
 
   meter.setScale(100, 0, -100 / 6.0, -100 / 12.0, -100 / 60.0);  // reversed
-  const auto& reversed = meter.getTicks().toArray().items;
+  const Variant reversedTicks = meter.getTicks();
+  const auto& reversed = reversedTicks.toArray().items;
   ASSERT_EQ(reversed.size(), 61u);
   EXPECT_DOUBLE_EQ(reversed.front().toDouble(), 100);
   EXPECT_NEAR(reversed.back().toDouble(), 0, 1e-9);
