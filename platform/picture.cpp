@@ -28,6 +28,8 @@ Ref<Picture> decode(const uint8_t* data, size_t size) {
 
 void setPictureDecoder(PictureDecoder decoder) { installed() = std::move(decoder); }
 
+bool hasPictureDecoder() { return static_cast<bool>(installed()); }
+
 Ref<Picture> PictureFromBytes(const Variant& bytes) {
   try {
     if (bytes.isObject()) {

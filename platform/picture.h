@@ -46,6 +46,7 @@ class ByteArray : public Object {
 // no picture it can read.
 using PictureDecoder = std::function<bool(const uint8_t* data, size_t size, PixelImage& out)>;
 void setPictureDecoder(PictureDecoder decoder);
+bool hasPictureDecoder();
 
 // The picture held in encoded bytes: a ByteArray object or an array of byte values. Any
 // failure gives Nothing, with no log line and no error.

@@ -42,7 +42,9 @@ Ref<Object> LoadResPicture(int32_t id) {
   const std::string small = base + "-16.png";
   const std::string large = base + "-32.png";
   if (!std::filesystem::exists(small) || !std::filesystem::exists(large)) throw notFound(id);
-  Ref<Object> icon(std::make_shared<IconResource>(id, small, large));
+  platform::PixelImage pixels;
+  if (platform::hasPictureDecoder()) pixels = platform::LoadPicture(small)->image();
+  Ref<Object> icon(std::make_shared<IconResource>(id, small, large, std::move(pixels)));
   loaded.emplace(id, icon);
   return icon;
 }

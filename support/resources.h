@@ -4,6 +4,7 @@
 #include <string>
 
 #include "frame/object.h"
+#include "platform/picture.h"
 
 // The library's own resources: the icons and texts of the status modes 101 to 106.
 namespace tessaline {
@@ -18,11 +19,12 @@ Ref<Object> LoadResPicture(int32_t id);
 // The directory of the resource files.
 std::string resourceDirectory();
 
-// An icon resource: its number and its files. The pixels are read by the backend that shows it.
-class IconResource : public Object {
+// An icon resource: its number, its files, and the 16-pixel picture read through the platform's
+// picture service (empty where no decoder is installed).
+class IconResource : public platform::Picture {
  public:
-  IconResource(int32_t id, std::string small, std::string large)
-      : id_(id), small_(std::move(small)), large_(std::move(large)) {}
+  IconResource(int32_t id, std::string small, std::string large, platform::PixelImage image)
+      : Picture(std::move(image)), id_(id), small_(std::move(small)), large_(std::move(large)) {}
   int32_t id() const { return id_; }
   // The 16-pixel and the 32-pixel picture files.
   const std::string& smallFile() const { return small_; }

@@ -23,13 +23,10 @@ class GaugeTest : public testing::HeadlessTest {
  protected:
   void SetUp() override {
     HeadlessTest::SetUp();
-    chart::install();
     log = platform::chart::recordChartCalls();
   }
   void TearDown() override {
     platform::chart::stopRecordingChartCalls();
-    platform::chart::setChartEngine(nullptr);
-    platform::setPictureDecoder(nullptr);
     HeadlessTest::TearDown();
   }
 

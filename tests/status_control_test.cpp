@@ -40,6 +40,9 @@ TEST_F(StatusControl, IconsComeInTwoSizesFromTheResourceFiles) {
     EXPECT_EQ(icon->id(), mode);
     EXPECT_TRUE(std::filesystem::exists(icon->smallFile()));
     EXPECT_TRUE(std::filesystem::exists(icon->largeFile()));
+    // Read through the picture service: sixteen pixels, with transparent corners.
+    ASSERT_EQ(icon->Width(), 16);
+    EXPECT_EQ(icon->image().pixels.front() >> 24, 0u);
   }
 }
 

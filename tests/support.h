@@ -8,7 +8,9 @@
 
 #include "frame/logger.h"
 #include "host/reference_host.h"
+#include "platform/chart/install.h"
 #include "platform/headless/headless.h"
+#include "platform/picture.h"
 #include "platform/regexp/pcre2_regexp.h"
 #include "platform/xml/pugi_dom.h"
 
@@ -21,6 +23,7 @@ class HeadlessTest : public ::testing::Test {
   void SetUp() override {
     headless::install(".");
     regexp::install();
+    chart::install();
     SetSharedHost(nullptr);
     clearCurrentError();
     host = std::make_shared<host::ReferenceHost>();
@@ -34,6 +37,8 @@ class HeadlessTest : public ::testing::Test {
     platform::setBackend(nullptr);
     platform::setLocale(nullptr);
     platform::setRegExpEngine(nullptr);
+    platform::chart::setChartEngine(nullptr);
+    platform::setPictureDecoder(nullptr);
   }
 
   std::vector<VbError> unhandled() { return headless::current().takeUnhandledErrors(); }

@@ -22,12 +22,12 @@ int main(int argc, char** argv) {
   try {
     std::filesystem::create_directories(out);
     tessaline::demo::Transcript transcript(std::cout);
+    tessaline::chart::install();
     std::cout << "tessaline-demo: the controls on the headless backend, driven by the reference "
                  "host\n";
     tessaline::demo::playOneEdit(transcript);
     tessaline::demo::playTyping(transcript);
     tessaline::demo::playDialog(transcript);
-    tessaline::chart::install();
     tessaline::demo::playCharts(transcript, out);
     tessaline::demo::playGauges(transcript, out);
     std::cout << "\ndone\n";
