@@ -77,8 +77,7 @@ void DTMDynamicGuageControl::createChart() {
     } else {
       const double lower = range_.currentLower.toDouble();
       const double upper = range_.currentUpper.toDouble();
-      meter->setScale(lower, upper, (upper - lower) / 6, (upper - lower) / 12,
-                      (upper - lower) / 60);
+      setSixtiethsScale(*meter, lower, upper);
       valueText = v.toText();
       const Variant ticks = meter->getTicks();
       meter->setLabelFormat("{value|2}");

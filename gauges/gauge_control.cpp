@@ -166,6 +166,10 @@ std::string GaugeControl::UnitText(const Variant& unitValue, bool unknownUnits) 
   return result;
 }
 
+void GaugeControl::setSixtiethsScale(platform::chart::Meter& meter, double lower, double upper) {
+  meter.setScale(lower, upper, (upper - lower) / 6, (upper - lower) / 12, (upper - lower) / 60);
+}
+
 void GaugeControl::showMeter(platform::chart::Meter& meter) {
   ChartViewer1_->Picture(nullptr);
   ChartViewer1_->Picture(platform::PictureFromBytes(meter.makeChart2(2)));

@@ -98,6 +98,10 @@ class GaugeControl : public virtual IDtmControl,
   // table and is neither empty nor holds "*" reads "Unknown Units".
   std::string UnitText(const Variant& unitValue, bool unknownUnits);
 
+  // The scale of every gauge: a major tick at each sixth of the span, a minor one at each
+  // twelfth, a micro one at each sixtieth.
+  static void setSixtiethsScale(platform::chart::Meter& meter, double lower, double upper);
+
   // The end of every drawing: the old picture dropped, the meter's JPEG made, decoded and shown.
   void showMeter(platform::chart::Meter& meter);
 

@@ -132,8 +132,7 @@ void DTMDataGuageControl::createChart() {
       valueText = Variant(v.toDouble()).toText();
       const double lower = items_.lowerValue.toDouble();
       const double upper = items_.upperValue.toDouble();
-      meter->setScale(lower, upper, (upper - lower) / 6, (upper - lower) / 12,
-                      (upper - lower) / 60);
+      setSixtiethsScale(*meter, lower, upper);
       meter->setLabelStyle("arial.ttf", 8, api->TextColor(), 0);
       items_.BuildZoneLimits();
       addZones(*meter);
@@ -220,8 +219,7 @@ void DTMDataAngularGuage::createChart() {
     } else {
       const double lower = items_.lowerValue.toDouble();
       const double upper = items_.upperValue.toDouble();
-      meter->setScale(lower, upper, (upper - lower) / 6, (upper - lower) / 12,
-                      (upper - lower) / 60);
+      setSixtiethsScale(*meter, lower, upper);
       items_.BuildZoneLimits();
       addZones(*meter);
       meter->setLabelFormat("{value|2}");

@@ -105,9 +105,9 @@ struct JpegError {
 void jpegFail(j_common_ptr info) { std::longjmp(reinterpret_cast<JpegError*>(info->err)->jump, 1); }
 void jpegQuiet(j_common_ptr, int) {}
 
-// The C state lives in this function alone, so that a jump back leaves no C++ object behind.
-bool decodeJpegInto(const uint8_t* data, size_t size, std::vector<uint32_t>& pixels, int32_t& width,
-                    int32_t& height) {
+// The C state lives in this function alone, and the pixels in the caller's frame, so that a
+// jump back leaves nothing of ours in an undefined state.
+bool decodeJpegInto(const uint8_t* data, size_t size, platform::PixelImage& out) {
   jpeg_decompress_struct info;
   JpegError error;
   info.err = jpeg_std_error(&error.manager);
@@ -129,51 +129,17 @@ bool decodeJpegInto(const uint8_t* data, size_t size, std::vector<uint32_t>& pix
   info.dct_method = JDCT_IFAST;
   info.do_fancy_upsampling = FALSE;
   jpeg_start_decompress(&info);
-  width = static_cast<int32_t>(info.output_width);
-  height = static_cast<int32_t>(info.output_height);
-  if (pixels.size() < static_cast<size_t>(width) * static_cast<size_t>(height)) {
-    // The buffer was sized from the header; a different output size is refused.
-    jpeg_destroy_decompress(&info);
-    return false;
-  }
+  out.width = static_cast<int32_t>(info.output_width);
+  out.height = static_cast<int32_t>(info.output_height);
+  out.pixels.resize(static_cast<size_t>(out.width) * static_cast<size_t>(out.height));
+  // JCS_EXT_BGRA writes alpha 0xFF: opaque pixels, already in the native layout.
   while (info.output_scanline < info.output_height) {
-    JSAMPROW row = reinterpret_cast<JSAMPROW>(pixels.data() +
-                                              static_cast<size_t>(info.output_scanline) * width);
+    JSAMPROW row = reinterpret_cast<JSAMPROW>(
+        out.pixels.data() + static_cast<size_t>(info.output_scanline) * out.width);
     jpeg_read_scanlines(&info, &row, 1);
   }
   jpeg_finish_decompress(&info);
   jpeg_destroy_decompress(&info);
-  return true;
-}
-
-bool jpegSize(const uint8_t* data, size_t size, int32_t& width, int32_t& height) {
-  jpeg_decompress_struct info;
-  JpegError error;
-  info.err = jpeg_std_error(&error.manager);
-  error.manager.error_exit = jpegFail;
-  error.manager.emit_message = jpegQuiet;
-  jpeg_create_decompress(&info);
-  if (setjmp(error.jump)) {
-    jpeg_destroy_decompress(&info);
-    return false;
-  }
-  jpeg_mem_src(&info, data, static_cast<unsigned long>(size));
-  jpeg_read_header(&info, TRUE);
-  width = static_cast<int32_t>(info.image_width);
-  height = static_cast<int32_t>(info.image_height);
-  jpeg_destroy_decompress(&info);
-  return plausibleSize(width, height);
-}
-
-bool decodeJpeg(const uint8_t* data, size_t size, platform::PixelImage& out) {
-  int32_t width = 0, height = 0;
-  if (!jpegSize(data, size, width, height)) return false;
-  std::vector<uint32_t> pixels(static_cast<size_t>(width) * static_cast<size_t>(height));
-  if (!decodeJpegInto(data, size, pixels, width, height)) return false;
-  // JCS_EXT_BGRA writes alpha 0xFF: opaque pixels, already in the native layout.
-  out.width = width;
-  out.height = height;
-  out.pixels = std::move(pixels);
   return true;
 }
 
@@ -265,8 +231,6 @@ bool decodeDib(const uint8_t* data, size_t size, size_t dib, size_t pixelsAt, bo
     if (at + fields * 4 > size) return false;
     for (size_t i = 0; i < fields; ++i) masks[i] = readLe32(data + at + i * 4);
     if (headerSize == 40) paletteAt += fields * 4;
-  } else if (headerSize >= 56 && bpp == 32 && compression == 0) {
-    masks[3] = 0;  // plain 32-bit: alpha decided below
   }
   const bool paletted = bpp == 1 || bpp == 4 || bpp == 8;
   const bool rle = (compression == 1 && bpp == 8) || (compression == 2 && bpp == 4);
@@ -351,14 +315,12 @@ bool decodeDib(const uint8_t* data, size_t size, size_t dib, size_t pixelsAt, bo
                   static_cast<uint32_t>(line[x * 3 + 1]) << 8 | line[x * 3];
         } else {
           const uint32_t v = bpp == 16 ? readLe16(line + x * 2) : readLe32(line + x * 4);
-          const uint32_t alpha = bpp == 32 && masks[3] == 0 && compression == 0 ? v >> 24
-                                 : a.bits                                       ? a.take(v)
-                                                                                : 255;
-          if (bpp == 32 && compression == 0) anyAlpha |= alpha != 0;
-          pixel = premultiply(r.take(v), g.take(v), b.take(v), alpha);
-          // Keep the straight colour until we know whether the alpha byte means anything.
           if (bpp == 32 && compression == 0) {
-            pixel = alpha << 24 | (v & 0x00FFFFFF);
+            // The alpha byte counts only if some pixel has one: kept straight until known.
+            anyAlpha |= (v >> 24) != 0;
+            pixel = v;
+          } else {
+            pixel = premultiply(r.take(v), g.take(v), b.take(v), a.bits ? a.take(v) : 255);
           }
         }
         put(x, row, pixel);
@@ -556,7 +518,7 @@ bool decodePicture(const uint8_t* data, size_t size, platform::PixelImage& out) 
   if (std::memcmp(data, "\x89PNG\r\n\x1a\n", 8) == 0) {
     ok = decodePng(data, size, image);
   } else if (data[0] == 0xFF && data[1] == 0xD8) {
-    ok = decodeJpeg(data, size, image);
+    ok = decodeJpegInto(data, size, image);
   } else if (data[0] == 'B' && data[1] == 'M') {
     ok = decodeBmp(data, size, image);
   } else if (std::memcmp(data, "GIF87a", 6) == 0 || std::memcmp(data, "GIF89a", 6) == 0) {

@@ -40,8 +40,8 @@ std::string localize(std::string fixed, std::string_view thousands, std::string_
 
 int clampDigits(long digits) { return static_cast<int>(std::min(20L, std::max(0L, digits))); }
 
-bool isTimeFormat(std::string_view spec) {
-  for (char c : spec) {
+bool isTimeFormat(std::string_view field) {
+  for (char c : field) {
     switch (std::tolower(static_cast<unsigned char>(c))) {
       case 'y':
       case 'm':
@@ -62,17 +62,17 @@ std::string twoDigits(int64_t v) {
   return s.size() < 2 ? "0" + s : s;
 }
 
-std::string formatTime(std::string_view spec, double value) {
+std::string formatTime(std::string_view field, double value) {
   static constexpr const char* kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                             "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
   CivilTime t;
   if (!civilFromChartTime(value, t)) return {};
   std::string out;
   size_t i = 0;
-  while (i < spec.size()) {
-    const char c = spec[i];
+  while (i < field.size()) {
+    const char c = field[i];
     size_t run = 1;
-    while (i + run < spec.size() && spec[i + run] == c) ++run;
+    while (i + run < field.size() && field[i + run] == c) ++run;
     const auto second = static_cast<int64_t>(std::floor(t.second));
     switch (c) {
       case 'y':
@@ -103,34 +103,34 @@ std::string formatTime(std::string_view spec, double value) {
   return out;
 }
 
-std::string formatField(std::string_view spec, double value) {
+std::string formatField(std::string_view field, double value) {
   if (std::isnan(value)) return "NaN";
   if (std::isinf(value)) return value > 0 ? "Infinity" : "-Infinity";
   if (!isPlottable(value)) return {};
-  if (spec.empty()) return formatDouble(value, ".");
-  const char kind = spec[0];
+  if (field.empty()) return formatDouble(value, ".");
+  const char kind = field[0];
   if (kind == 'e' || kind == 'E') {
-    const int digits = clampDigits(std::strtol(std::string(spec.substr(1)).c_str(), nullptr, 10));
+    const int digits = clampDigits(std::strtol(std::string(field.substr(1)).c_str(), nullptr, 10));
     return printfNumber(kind == 'e' ? "%.*e" : "%.*E", digits, value);
   }
   if (kind == 'P' || kind == 'p') {
     const int significant =
-        std::max(1, clampDigits(std::strtol(std::string(spec.substr(1)).c_str(), nullptr, 10)));
+        std::max(1, clampDigits(std::strtol(std::string(field.substr(1)).c_str(), nullptr, 10)));
     const double magnitude = value == 0 ? 0 : std::floor(std::log10(std::abs(value)));
     return printfNumber("%.*f", clampDigits(significant - 1 - static_cast<long>(magnitude)), value);
   }
   if (std::isdigit(static_cast<unsigned char>(kind))) {
     size_t end = 0;
-    while (end < spec.size() && std::isdigit(static_cast<unsigned char>(spec[end]))) ++end;
+    while (end < field.size() && std::isdigit(static_cast<unsigned char>(field[end]))) ++end;
     const int digits =
-        clampDigits(std::strtol(std::string(spec.substr(0, end)).c_str(), nullptr, 10));
-    std::string_view separators = spec.substr(end);
+        clampDigits(std::strtol(std::string(field.substr(0, end)).c_str(), nullptr, 10));
+    std::string_view separators = field.substr(end);
     const std::string fixed = printfNumber("%.*f", digits, value);
     if (separators.empty()) return fixed;
     return localize(fixed, separators.substr(0, 1),
                     separators.size() > 1 ? separators.substr(1, 1) : ".");
   }
-  if (isTimeFormat(spec)) return formatTime(spec, value);
+  if (isTimeFormat(field)) return formatTime(field, value);
   return formatDouble(value, ".");
 }
 
