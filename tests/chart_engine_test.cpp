@@ -339,6 +339,27 @@ TEST_F(ChartEngine, LinesLeaveGapsAtNoValue) {
   EXPECT_EQ(at(175, 50), 0xFFFF0000u);
 }
 
+TEST_F(ChartEngine, LegendListsNamedDataSetsInOrder) {
+  XYChartImpl chart(320, 60, 0xFFFFFF, kNoColor, 0);
+  chart.setPlotArea(0, 40, 320, 20, 0xFFFFFF, -1, -1, -1, -1);
+  chart.addLegend2(0, 0, 3, "arial.ttf", 9)->setWidth(308);
+  auto layer = chart.addLineLayer2(0, 0);
+  layer->setLineWidth(3);
+  layer->addDataSet(series({}), 0xFF0000, "first");
+  layer->addDataSet(series({}), 0x00FF00, "");  // no name: no entry
+  layer->addDataSet(series({}), 0x0000FF, "third");
+  const auto picture = PictureFromBytes(chart.makeChart2(0));
+  ASSERT_TRUE(picture);
+  const auto at = [&](int x, int y) {
+    return picture->image().pixels[static_cast<size_t>(y * 320 + x)];
+  };
+  // Keys sit in columns of 100 pixels from x = 4, on the first row's middle line.
+  const int keyRow = 4 + static_cast<int>(9 * 96.0 / 72 * 1.2 / 2);
+  EXPECT_EQ(at(12, keyRow), 0xFFFF0000u);
+  EXPECT_EQ(at(112, keyRow), 0xFF0000FFu);
+  EXPECT_EQ(at(212, keyRow), 0xFFFFFFFFu);  // the third column stays empty
+}
+
 TEST_F(ChartEngine, XYChartDrawsThroughBadData) {
   auto api = platform::chart::createChartApi();
   auto chart = api->XYChart(300, 200, 0xF4F4F4, 0, 0);
