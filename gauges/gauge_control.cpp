@@ -27,10 +27,8 @@ GaugeControl::GaugeControl(const std::string& className, int32_t viewerHeight,
   applyBackground();
 }
 
-GaugeControl::~GaugeControl() {
-  if (tooltip_.object()) tooltip_.object()->Destroy();
-  ChartViewer1_->Picture(nullptr);
-}
+// The tooltip destroys its window itself.
+GaugeControl::~GaugeControl() { ChartViewer1_->Picture(nullptr); }
 
 void GaugeControl::Resize() {
   if (window_->Height() != kControlHeight) window_->Height(kControlHeight);

@@ -162,12 +162,10 @@ struct XYScene {
   platform::PixelImage render();
 };
 
-class XYChartImpl;
-
 class AxisImpl : public platform::chart::Axis {
  public:
-  AxisImpl(std::shared_ptr<XYScene> scene, AxisState& state, bool horizontal)
-      : scene_(std::move(scene)), state_(state), horizontal_(horizontal) {}
+  AxisImpl(std::shared_ptr<XYScene> scene, AxisState& state)
+      : scene_(std::move(scene)), state_(state) {}
   Ref<Object> setTitle(const Variant& text, const Variant& font, const Variant& fontSize,
                        const Variant& fontColor) override;
   void setLabelFormat(const Variant& format) override;
@@ -186,7 +184,6 @@ class AxisImpl : public platform::chart::Axis {
  private:
   std::shared_ptr<XYScene> scene_;  // keeps the state alive
   AxisState& state_;
-  bool horizontal_;
 };
 
 class BoxImpl : public platform::chart::Box {

@@ -23,7 +23,7 @@ std::string printfNumber(const char* pattern, int digits, double value) {
 }
 
 // Splits "1234567.89" into groups of three with the separator, and sets the decimal point.
-std::string localize(std::string fixed, std::string_view thousands, std::string_view point) {
+std::string localize(const std::string& fixed, std::string_view thousands, std::string_view point) {
   const size_t dot = fixed.find('.');
   std::string whole = fixed.substr(0, dot);
   std::string fraction = dot == std::string::npos ? "" : fixed.substr(dot + 1);

@@ -138,13 +138,13 @@ platform::PixelImage MeterScene::render() const {
       std::string text = formatLabel(labelFormat, v);
       labels.emplace_back(v, std::move(text));
     }
-    for (const auto& [position, text] : extraLabels) {
+    for (const auto& extra : extraLabels) {
       auto found = std::find_if(labels.begin(), labels.end(),
-                                [&](const auto& l) { return near(l.first, position, span); });
+                                [&](const auto& l) { return near(l.first, extra.first, span); });
       if (found != labels.end()) {
-        found->second = text;
-      } else if (isPlottable(position)) {
-        labels.emplace_back(position, text);
+        found->second = extra.second;
+      } else if (isPlottable(extra.first)) {
+        labels.push_back(extra);
       }
     }
     if (labels.size() > 2) std::swap(labels[1], labels.back());

@@ -420,8 +420,8 @@ XYChartImpl::XYChartImpl(int32_t width, int32_t height, uint32_t background, uin
   scene_->background = background;
   scene_->edge = edge;
   scene_->raised = raised;
-  xAxis_ = std::make_shared<AxisImpl>(scene_, scene_->xAxis, true);
-  yAxis_ = std::make_shared<AxisImpl>(scene_, scene_->yAxis, false);
+  xAxis_ = std::make_shared<AxisImpl>(scene_, scene_->xAxis);
+  yAxis_ = std::make_shared<AxisImpl>(scene_, scene_->yAxis);
 }
 
 Ref<Object> XYChartImpl::setPlotArea(const Variant& x, const Variant& y, const Variant& width,
