@@ -6,6 +6,7 @@
 #include "gauges/ranged_gauge.h"
 #include "host/reference_host.h"
 #include "platform/chart/codecs.h"
+#include "platform/chart_recorder.h"
 #include "platform/headless/headless.h"
 #include "platform/picture.h"
 #include "platform/xml/pugi_dom.h"
@@ -52,7 +53,15 @@ void deliver(Transcript& t, GaugeControl& gauge, host::ReferenceHost& host,
   gauge.IDtmDataSubscriptionControl_UpdateSubscriptionValues(item, value);
 }
 
-void showValue(Transcript& t, GaugeControl& gauge) {
+// What the last drawing put on the meter: its scale, pointer and text, as the chart was told.
+void showValue(Transcript& t, GaugeControl& gauge, platform::chart::ChartRecording& drawing) {
+  for (const auto& call : drawing.calls()) {
+    if (call.operation == "setScale" || call.operation == "addPointer" ||
+        call.operation == "addText" || call.operation == "setLabelFormat") {
+      t.note("draws " + call.line());
+    }
+  }
+  drawing.clear();
   t.note("value now reads " + gauge.IDTMDataControl_Value().toText() + ", picture " +
          (gauge.ChartViewer1().Picture() ? "shown" : "none"));
 }
@@ -97,6 +106,7 @@ void playGauges(Transcript& t, const std::filesystem::path& out) {
   const std::pair<std::string, GaugeControl*> named[] = {{"DTMDataGuageControl", fixed.get()},
                                                          {"DTMDataAngularGuage", angular.get()},
                                                          {"DTMDynamicGuageControl", dynamic.get()}};
+  const auto drawing = platform::chart::recordChartCalls();
   for (const auto& [name, gauge] : named) {
     t.title(name);
     const Variant items = gauge->IDtmDataSubscriptionControl_SubscriptionItems();
@@ -110,11 +120,12 @@ void playGauges(Transcript& t, const std::filesystem::path& out) {
          {7.4, 12.8, 17.5, 21.0, 15.2, std::numeric_limits<double>::quiet_NaN(), 9.6}) {
       host->device.define("PT1", Variant(value));
       deliver(t, *gauge, *host, "PT1");
-      showValue(t, *gauge);
+      showValue(t, *gauge, *drawing);
       if (value == 21.0) writePicture(t, *gauge, out / (name + "-beyond-scale.png"));
     }
     writePicture(t, *gauge, out / (name + ".png"));
   }
+  platform::chart::stopRecordingChartCalls();
   SetSharedHost(nullptr);
 }
 
