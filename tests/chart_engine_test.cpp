@@ -339,6 +339,24 @@ TEST_F(ChartEngine, LinesLeaveGapsAtNoValue) {
   EXPECT_EQ(at(175, 50), 0xFFFF0000u);
 }
 
+TEST_F(ChartEngine, AReversedScaleTurnsTheAxisOver) {
+  for (const bool reversed : {false, true}) {
+    XYChartImpl chart(200, 100, 0xFFFFFF, kNoColor, 0);
+    chart.setPlotArea(0, 0, 200, 100, 0xFFFFFF, -1, -1, -1, -1);
+    chart.xAxis()->setWidth(0);
+    chart.yAxis()->setWidth(0);
+    chart.yAxis()->setLinearScale(reversed ? 2 : 0, reversed ? 0 : 2, 1, 0);
+    chart.addLineLayer(series({1.5, 1.5, 1.5}), 0xFF0000, "", 0)->setLineWidth(3);
+    const auto picture = PictureFromBytes(chart.makeChart2(0));
+    ASSERT_TRUE(picture);
+    const auto row = [&](int y) {
+      return picture->image().pixels[static_cast<size_t>(y * 200 + 100)];
+    };
+    EXPECT_EQ(row(reversed ? 75 : 25), 0xFFFF0000u) << reversed;
+    EXPECT_EQ(row(reversed ? 25 : 75), 0xFFFFFFFFu) << reversed;
+  }
+}
+
 TEST_F(ChartEngine, LegendListsNamedDataSetsInOrder) {
   XYChartImpl chart(320, 60, 0xFFFFFF, kNoColor, 0);
   chart.setPlotArea(0, 40, 320, 20, 0xFFFFFF, -1, -1, -1, -1);
