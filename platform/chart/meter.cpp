@@ -160,13 +160,26 @@ platform::PixelImage MeterScene::render() const {
       constexpr double kMargin = 4;
       const double leftmost = box.w / 2 + kMargin;
       const double rightmost = std::max(leftmost, whole.w - box.w / 2 - kMargin);
-      if (!labelInside && (x < leftmost || x > rightmost)) {
-        // No room beside the end of the scale: the label goes under it.
-        x = cx + radius * std::cos(a);
+      const bool crowded = !labelInside && (x < leftmost || x > rightmost);
+      const bool nearlyLevel = std::abs(std::sin(a)) < 0.3;
+      if (crowded && nearlyLevel) {
+        // No room beside an end of the scale: the label goes under it, flush with its end.
+        const double end = cx + radius * std::cos(a);
+        x = std::cos(a) >= 0 ? end + 2 - box.w / 2 : end - 2 + box.w / 2;
         y = cy + radius * std::sin(a) + box.h / 2 + 2;
       }
       x = std::clamp(x, leftmost, rightmost);
-      y = std::clamp(y, box.h / 2 + 1, std::max(box.h / 2 + 1, whole.h - box.h / 2 - 1));
+      const double top = box.h / 2 + 1;
+      y = std::clamp(y, top, std::max(top, whole.h - box.h / 2 - 1));
+      if (crowded && !nearlyLevel) {
+        // Pushed in from the edge, the label rises until it clears the scale again.
+        const auto clearance = [&] {
+          const double nx = std::clamp(cx, x - box.w / 2, x + box.w / 2);
+          const double ny = std::clamp(cy, y - box.h / 2, y + box.h / 2);
+          return std::hypot(nx - cx, ny - cy);
+        };
+        while (clearance() < radius + labelOffset && y > top) y -= 1;
+      }
       const Rect where = canvas.drawText(x, y, kAlignCenter, text, labelStyle, false);
       if (std::any_of(drawn.begin(), drawn.end(),
                       [&](const Rect& r) { return r.intersects(where, 1); })) {
