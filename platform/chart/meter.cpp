@@ -154,8 +154,9 @@ platform::PixelImage MeterScene::render() const {
       const Rect box = canvas.measureText(text, labelStyle);
       const double a = cairoAngle(angleOf(position));
       const double half = std::abs(std::cos(a)) * box.w / 2 + std::abs(std::sin(a)) * box.h / 2;
-      const double distance =
-          labelInside ? radius - labelOffset - half : radius + labelOffset + half;
+      // Inside the scale a label keeps clear of the major ticks whatever its offset.
+      const double distance = labelInside ? radius - std::max(labelOffset, kMajorTick + 2) - half
+                                          : radius + labelOffset + half;
       double x = cx + distance * std::cos(a), y = cy + distance * std::sin(a);
       constexpr double kMargin = 4;
       const double leftmost = box.w / 2 + kMargin;
