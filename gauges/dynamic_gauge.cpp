@@ -100,9 +100,6 @@ const MemberTable& DTMDynamicGuageControl::members() const {
   static const MemberTable table = [] {
     MemberTableBuilder<Self> builder;
     addGaugeMembers(builder);
-    builder.method("IsNotANumber", [](Self& s, DispatchArgs& a) {
-      return Variant(s.IsNotANumber(argument(a, 0)));
-    });
     return builder.build();
   }();
   return table;

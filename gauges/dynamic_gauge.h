@@ -24,7 +24,8 @@ class DTMDynamicGuageControl : public GaugeControl {
 
   void IDTMDataControl_SetDeviceValue(const Variant& value) override;
   void createChart() override;
-  bool IsNotANumber(const Variant& value);
+  // "nan" or "#" in the General Number text of the value.
+  bool IsNotANumber(const Variant& value) override;
 
   const DynamicRange& range() const { return range_; }
   const Variant& unitValue() const { return unitValue_; }

@@ -78,6 +78,8 @@ class GaugeControl : public virtual IDtmControl,
   int16_t getNoOfCharts() { return 1; }
   // Draws the meter from the present state.
   virtual void createChart() = 0;
+  // Whether a value's text tells no number; each gauge reads the text its own way.
+  virtual bool IsNotANumber(const Variant& value) = 0;
 
   platform::Label& Label1() { return *Label1_; }
   platform::ChartViewer& ChartViewer1() { return *ChartViewer1_; }
@@ -156,10 +158,13 @@ class GaugeControl : public virtual IDtmControl,
         .TESSALINE_PROPERTY(Ref<Object>, MouseIcon)
         .TESSALINE_PROPERTY(std::string, ToolTipText)
         .method("getNoOfCharts", [](Self& s, DispatchArgs&) { return Variant(s.getNoOfCharts()); })
-        .method("createChart", [](Self& s, DispatchArgs&) {
-          s.createChart();
-          return Variant();
-        });
+        .method("createChart",
+                [](Self& s, DispatchArgs&) {
+                  s.createChart();
+                  return Variant();
+                })
+        .method("IsNotANumber",
+                [](Self& s, DispatchArgs& a) { return Variant(s.IsNotANumber(argument(a, 0))); });
   }
 
   std::unique_ptr<platform::Label> Label1_;

@@ -171,16 +171,7 @@ void DTMDataGuageControl::createChart() {
 }
 
 const MemberTable& DTMDataGuageControl::members() const {
-  using Self = DTMDataGuageControl;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> builder;
-    addRangedGaugeMembers(builder);
-    builder.method("IsNotANumber", [](Self& s, DispatchArgs& a) {
-      return Variant(s.IsNotANumber(argument(a, 0)));
-    });
-    return builder.build();
-  }();
-  return table;
+  return rangedGaugeTable<DTMDataGuageControl>();
 }
 
 // ---- DTMDataAngularGuage ------------------------------------------------------------------
@@ -234,16 +225,7 @@ void DTMDataAngularGuage::createChart() {
 }
 
 const MemberTable& DTMDataAngularGuage::members() const {
-  using Self = DTMDataAngularGuage;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> builder;
-    addRangedGaugeMembers(builder);
-    builder.method("IsNotANumber", [](Self& s, DispatchArgs& a) {
-      return Variant(s.IsNotANumber(argument(a, 0)));
-    });
-    return builder.build();
-  }();
-  return table;
+  return rangedGaugeTable<DTMDataAngularGuage>();
 }
 
 }  // namespace tessaline

@@ -64,6 +64,17 @@ class RangedGauge : public virtual IDtmDataSubscriptionControlRange,
         .TESSALINE_PROPERTY(std::string, DTMDataGaugeControl_UpperRange);
   }
 
+  // The member table of a ranged gauge class.
+  template <class Self>
+  static const MemberTable& rangedGaugeTable() {
+    static const MemberTable table = [] {
+      MemberTableBuilder<Self> builder;
+      addRangedGaugeMembers(builder);
+      return builder.build();
+    }();
+    return table;
+  }
+
   std::string& unitItem() override { return items_.Unit; }
 
   GaugeItems items_;
@@ -83,7 +94,7 @@ class DTMDataGuageControl : public RangedGauge {
   void IDTMDataControl_SetDeviceValue(const Variant& value) override;
   void createChart() override;
   // "nan", "#" or "$" in the text of the value.
-  bool IsNotANumber(const Variant& value);
+  bool IsNotANumber(const Variant& value) override;
 
  protected:
   const MemberTable& members() const override;
@@ -101,7 +112,7 @@ class DTMDataAngularGuage : public RangedGauge {
   void IDTMDataControl_SetDeviceValue(const Variant& value) override;
   void createChart() override;
   // "nan" or "#" in the General Number text of the value.
-  bool IsNotANumber(const Variant& value);
+  bool IsNotANumber(const Variant& value) override;
 
  protected:
   const MemberTable& members() const override;

@@ -7,6 +7,8 @@
 namespace tessaline {
 namespace {
 
+using testing::errorOf;
+
 constexpr const char* kThreeZones =
     R"(<gauge lowerRange="Low" upperRange="High" pointerColor="FF0000">)"
     R"(<zones type="low_limit"><zone name="Z1" color="00FF00"/><zone name="Z2" color="FFFF00"/>)"
@@ -16,15 +18,6 @@ std::vector<std::string> texts(const Variant& array) {
   std::vector<std::string> out;
   for (const Variant& item : array.toArray().items) out.push_back(item.toText());
   return out;
-}
-
-int errorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const VbError& e) {
-    return e.number();
-  }
-  return 0;
 }
 
 TEST(GaugeItems, ReadsNamesAndColoursAsDecimalText) {

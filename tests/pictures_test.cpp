@@ -7,9 +7,12 @@
 
 #include "platform/chart/codecs.h"
 #include "platform/picture.h"
+#include "support.h"
 
 namespace tessaline::chart {
 namespace {
+
+using testing::errorOf;
 
 using platform::PixelImage;
 
@@ -251,15 +254,6 @@ class PictureService : public ::testing::Test {
   void SetUp() override { platform::setPictureDecoder(decodePicture); }
   void TearDown() override { platform::setPictureDecoder(nullptr); }
 };
-
-int errorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const VbError& e) {
-    return e.number();
-  }
-  return 0;
-}
 
 TEST_F(PictureService, PicturesComeFromBytesOrFiles) {
   const auto png = encodePng(gradient(4, 3));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -54,5 +55,15 @@ class HeadlessTest : public ::testing::Test {
 };
 
 inline Ref<platform::XmlNode> element(std::string_view xml) { return xml::parseElement(xml); }
+
+// The number of the error that an action raises; 0 when it raises none.
+inline int errorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const VbError& e) {
+    return e.number();
+  }
+  return 0;
+}
 
 }  // namespace tessaline::testing

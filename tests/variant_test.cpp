@@ -6,18 +6,12 @@
 #include <limits>
 
 #include "platform/locale.h"
+#include "support.h"
 
 namespace tessaline {
 namespace {
 
-int errorOf(const auto& action) {
-  try {
-    action();
-  } catch (const VbError& e) {
-    return e.number();
-  }
-  return 0;
-}
+using testing::errorOf;
 
 class WithSeparator {
  public:

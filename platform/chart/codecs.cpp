@@ -105,14 +105,20 @@ struct JpegError {
 void jpegFail(j_common_ptr info) { std::longjmp(reinterpret_cast<JpegError*>(info->err)->jump, 1); }
 void jpegQuiet(j_common_ptr, int) {}
 
+// An error manager that jumps back instead of ending the process, and prints nothing.
+jpeg_error_mgr* jumpingErrors(JpegError& error) {
+  jpeg_std_error(&error.manager);
+  error.manager.error_exit = jpegFail;
+  error.manager.emit_message = jpegQuiet;
+  return &error.manager;
+}
+
 // The C state lives in this function alone, and the pixels in the caller's frame, so that a
 // jump back leaves nothing of ours in an undefined state.
 bool decodeJpegInto(const uint8_t* data, size_t size, platform::PixelImage& out) {
   jpeg_decompress_struct info;
   JpegError error;
-  info.err = jpeg_std_error(&error.manager);
-  error.manager.error_exit = jpegFail;
-  error.manager.emit_message = jpegQuiet;
+  info.err = jumpingErrors(error);
   jpeg_create_decompress(&info);
   if (setjmp(error.jump)) {
     jpeg_destroy_decompress(&info);
@@ -147,9 +153,7 @@ bool encodeJpegInto(const platform::PixelImage& image, int quality, uint8_t* row
                     unsigned char** buffer, unsigned long* length) {
   jpeg_compress_struct info;
   JpegError error;
-  info.err = jpeg_std_error(&error.manager);
-  error.manager.error_exit = jpegFail;
-  error.manager.emit_message = jpegQuiet;
+  info.err = jumpingErrors(error);
   jpeg_create_compress(&info);
   if (setjmp(error.jump)) {
     jpeg_destroy_compress(&info);

@@ -182,6 +182,9 @@ class AxisImpl : public platform::chart::Axis {
   double getMaxValue() override;
 
  private:
+  void setScale(AxisState::Kind kind, const Variant& lower, const Variant& upper,
+                const Variant& majorTick, const Variant& minorTick);
+
   std::shared_ptr<XYScene> scene_;  // keeps the state alive
   AxisState& state_;
 };

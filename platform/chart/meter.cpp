@@ -96,11 +96,7 @@ platform::PixelImage MeterScene::render() const {
     cairo_arc(cr, cx, cy, rOut, cairoAngle(a0), cairoAngle(a1));
     cairo_arc_negative(cr, cx, cy, rIn, cairoAngle(a1), cairoAngle(a0));
     cairo_close_path(cr);
-    cairo_path_t* path = cairo_copy_path(cr);
-    canvas.fillPath(resolvePaint(zone.fill), whole);
-    cairo_append_path(cr, path);
-    cairo_path_destroy(path);
-    canvas.strokePath(resolvePaint(zone.edge), 1);
+    canvas.fillAndOutline(resolvePaint(zone.fill), whole, resolvePaint(zone.edge));
   }
 
   const Paint ink = resolvePaint(kScaleInk);
@@ -202,19 +198,12 @@ platform::PixelImage MeterScene::render() const {
     cairo_line_to(cr, cx - tail * c, cy - tail * s);
     cairo_line_to(cr, cx + half * s, cy - half * c);
     cairo_close_path(cr);
-    cairo_path_t* path = cairo_copy_path(cr);
-    canvas.fillPath(resolvePaint(pointer.fill), whole);
-    cairo_append_path(cr, path);
-    cairo_path_destroy(path);
-    canvas.strokePath(resolvePaint(pointer.edge), 1);
+    canvas.fillAndOutline(resolvePaint(pointer.fill), whole, resolvePaint(pointer.edge));
     // The pivot cap over the needle's root.
     cairo_new_path(cr);
     cairo_arc(cr, cx, cy, 5, 0, 2 * kPi);
-    cairo_path_t* cap = cairo_copy_path(cr);
-    canvas.fillPath(resolvePaint(kMetalBase + 45), Rect{cx - 5, cy - 5, 10, 10});
-    cairo_append_path(cr, cap);
-    cairo_path_destroy(cap);
-    canvas.strokePath(resolvePaint(0x404040), 1);
+    canvas.fillAndOutline(resolvePaint(kMetalBase + 45), Rect{cx - 5, cy - 5, 10, 10},
+                          resolvePaint(0x404040));
   }
 
   for (const auto& text : texts) {

@@ -162,6 +162,14 @@ void Canvas::strokePath(const Paint& paint, double width) {
   cairo_stroke(cr_);
 }
 
+void Canvas::fillAndOutline(const Paint& fill, const Rect& span, const Paint& edge) {
+  cairo_path_t* path = cairo_copy_path(cr_);
+  fillPath(fill, span);
+  cairo_append_path(cr_, path);
+  cairo_path_destroy(path);
+  strokePath(edge, 1);
+}
+
 void Canvas::bevel(const Rect& rect, int32_t effect) {
   if (effect == 0) return;
   const int32_t depth = std::min(std::abs(effect), 20);

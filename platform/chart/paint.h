@@ -77,6 +77,8 @@ class Canvas {
   // Fills the current path, or strokes it with the width given; nothing for no paint.
   void fillPath(const Paint& paint, const Rect& span);
   void strokePath(const Paint& paint, double width);
+  // Fills the current path, then outlines the same path with a line of 1 pixel.
+  void fillAndOutline(const Paint& fill, const Rect& span, const Paint& edge);
   // A raised (positive) or sunken (negative) border of that many pixels inside the rectangle.
   void bevel(const Rect& rect, int32_t effect);
 

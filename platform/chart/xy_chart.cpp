@@ -348,22 +348,23 @@ void AxisImpl::setTickDensity(const Variant& majorSpacing, const Variant& minorS
   state_.minorSpacing = std::max(0.0, finiteOr(minorSpacing, 0));
 }
 
-void AxisImpl::setDateScale(const Variant& lower, const Variant& upper, const Variant& majorTick,
-                            const Variant& minorTick) {
-  state_.kind = AxisState::Kind::Date;
+void AxisImpl::setScale(AxisState::Kind kind, const Variant& lower, const Variant& upper,
+                        const Variant& majorTick, const Variant& minorTick) {
+  state_.kind = kind;
   state_.lower = argNumber(lower);
   state_.upper = argNumber(upper);
   state_.major = argNumber(majorTick);
   state_.minor = argNumber(minorTick);
 }
 
+void AxisImpl::setDateScale(const Variant& lower, const Variant& upper, const Variant& majorTick,
+                            const Variant& minorTick) {
+  setScale(AxisState::Kind::Date, lower, upper, majorTick, minorTick);
+}
+
 void AxisImpl::setLinearScale(const Variant& lower, const Variant& upper, const Variant& majorTick,
                               const Variant& minorTick) {
-  state_.kind = AxisState::Kind::Linear;
-  state_.lower = argNumber(lower);
-  state_.upper = argNumber(upper);
-  state_.major = argNumber(majorTick);
-  state_.minor = argNumber(minorTick);
+  setScale(AxisState::Kind::Linear, lower, upper, majorTick, minorTick);
 }
 
 void AxisImpl::setRounding(const Variant& roundMin, const Variant& roundMax) {
