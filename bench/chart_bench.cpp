@@ -114,7 +114,13 @@ void floorMeter() {
   handOver(target);
 }
 
-void floorTrend(int width, int height, int lines, bool legend) {
+// The plot area of each sample chart and the number of y ticks its scale settles on.
+struct PlotArea {
+  double x, y, w, h;
+  int yTicks;
+};
+
+void floorTrend(int width, int height, const PlotArea& plot, int lines, bool legend) {
   const auto& d = data();
   Surface target(width, height);
   cairo_t* cr = cairo_create(target.surface);
@@ -124,7 +130,7 @@ void floorTrend(int width, int height, int lines, bool legend) {
   cairo_rectangle(cr, 1, 1, width - 2, 24);
   cairo_fill(cr);
   text(cr, "Liberation Sans", false, 13, width / 2.0, 13, "Outlet pressure");
-  const double px = 95, py = 80, pw = width * 0.73, ph = height * 0.59;
+  const double px = plot.x, py = plot.y, pw = plot.w, ph = plot.h;
   cairo_set_source_rgb(cr, 1, 1, 1);
   cairo_rectangle(cr, px, py, pw, ph);
   cairo_fill(cr);
@@ -132,14 +138,18 @@ void floorTrend(int width, int height, int lines, bool legend) {
   for (int i = 0; i <= 10; ++i) {
     cairo_move_to(cr, std::round(px + pw * i / 10) + 0.5, py);
     cairo_line_to(cr, std::round(px + pw * i / 10) + 0.5, py + ph);
-    cairo_move_to(cr, px, std::round(py + ph * i / 10) + 0.5);
-    cairo_line_to(cr, px + pw, std::round(py + ph * i / 10) + 0.5);
+  }
+  for (int i = 0; i < plot.yTicks; ++i) {
+    const double y = std::round(py + ph * i / (plot.yTicks - 1)) + 0.5;
+    cairo_move_to(cr, px, y);
+    cairo_line_to(cr, px + pw, y);
   }
   cairo_set_line_width(cr, 1);
   cairo_stroke(cr);
   const double viewEnd = d.times.back() + 180, viewStart = viewEnd - 3600;
   cairo_save(cr);
-  cairo_rectangle(cr, px, py, pw, ph);
+  cairo_rectangle(cr, std::floor(px), std::floor(py), std::ceil(px + pw) - std::floor(px),
+                  std::ceil(py + ph) - std::floor(py));
   cairo_clip(cr);
   cairo_set_line_join(cr, CAIRO_LINE_JOIN_BEVEL);
   cairo_set_antialias(cr, CAIRO_ANTIALIAS_FAST);
@@ -152,7 +162,7 @@ void floorTrend(int width, int height, int lines, bool legend) {
         continue;
       }
       const double x = px + (d.times[i] - viewStart) / (viewEnd - viewStart) * pw;
-      const double y = py + ph - (v - 20) / 80 * ph;
+      const double y = py + ph - v / (lines == 1 ? 60 : 120) * ph;
       open ? cairo_line_to(cr, x, y) : cairo_move_to(cr, x, y);
       open = true;
     }
@@ -163,7 +173,10 @@ void floorTrend(int width, int height, int lines, bool legend) {
   cairo_restore(cr);
   for (int i = 0; i <= 10; ++i) {
     text(cr, "Liberation Sans", false, 8, px + pw * i / 10 - 20, py + ph + 18, "10:05:07", 20);
-    text(cr, "Liberation Sans", false, 8, px - 20, py + ph * i / 10, std::to_string(20 + 8 * i));
+  }
+  for (int i = 0; i < plot.yTicks; ++i) {
+    text(cr, "Liberation Sans", false, 8, px - 20, py + ph * i / (plot.yTicks - 1),
+         std::to_string(20 * i));
   }
   text(cr, "Liberation Sans", true, 10, 20, py + ph / 2, "Temperature", 90);
   if (legend) {
@@ -208,7 +221,7 @@ void BM_TrendRedraw(benchmark::State& state) {
 BENCHMARK(BM_TrendRedraw)->Unit(benchmark::kMillisecond);
 
 void BM_TrendCairoFloor(benchmark::State& state) {
-  for (auto _ : state) floorTrend(705, 385, 1, false);
+  for (auto _ : state) floorTrend(705, 385, {70, 40, 610, 285, 6}, 1, false);
 }
 BENCHMARK(BM_TrendCairoFloor)->Unit(benchmark::kMillisecond);
 
@@ -222,7 +235,7 @@ void BM_SevenLinesRedraw(benchmark::State& state) {
 BENCHMARK(BM_SevenLinesRedraw)->Unit(benchmark::kMillisecond);
 
 void BM_SevenLinesCairoFloor(benchmark::State& state) {
-  for (auto _ : state) floorTrend(738, 484, 7, true);
+  for (auto _ : state) floorTrend(738, 484, {95, 80, 738 * 0.73, 484 * 0.59, 7}, 7, true);
 }
 BENCHMARK(BM_SevenLinesCairoFloor)->Unit(benchmark::kMillisecond);
 
