@@ -34,9 +34,9 @@ ViewPort scrollBy(ViewPort view, double dxPixels, double dyPixels, int32_t viewe
 //   1/1000 to 1 (NaN gives 1), then left and top are moved so that the visible part lies in
 //   0 to 1 (NaN gives 0).
 // - MouseUsage 0 does nothing with the mouse; 1: dragging scrolls; 3: a click zooms in, 4: a
-//   click zooms out, around the point clicked. These change the viewport, then raise
-//   ViewPortChanged by themselves. ZoomDirection and ScrollDirection say which fractions
-//   move: 0 horizontal only, 1 vertical only, 2 both.
+//   click zooms out, around the point clicked, by kZoomStep either way. These change the
+//   viewport, then raise ViewPortChanged(true, false) by themselves. ZoomDirection and
+//   ScrollDirection say which fractions move: 0 horizontal only, 1 vertical only, 2 both.
 // - updateViewPort brings the viewport into range and raises ViewPortChanged.
 class ChartViewer : public Widget {
  public:
@@ -53,6 +53,8 @@ class ChartViewer : public Widget {
   static constexpr int32_t kDirectionHorizontal = 0;
   static constexpr int32_t kDirectionVertical = 1;
   static constexpr int32_t kDirectionBoth = 2;
+  // One click halves the visible part or doubles it, so that zooming out undoes zooming in.
+  static constexpr double kZoomStep = 2;
 
   // The picture on show, or Nothing.
   virtual Ref<Object> Picture() const = 0;

@@ -242,15 +242,14 @@ void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) 
     viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
 }
 
-// One click zooms by two around the point clicked, in or out.
 void ChartViewer::click(int32_t x, int32_t y) {
   if (!reachable()) return;
   if (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut) return;
   userAction([&] {
     const double fx = width_ > 0 ? static_cast<double>(x) / width_ : 0.5;
     const double fy = height_ > 0 ? static_cast<double>(y) / height_ : 0.5;
-    view_ = platform::zoomAround(view_, fx, fy, mouseUsage_ == kMouseZoomIn ? 2.0 : 0.5,
-                                 zoomDirection_);
+    view_ = platform::zoomAround(
+        view_, fx, fy, mouseUsage_ == kMouseZoomIn ? kZoomStep : 1 / kZoomStep, zoomDirection_);
     changed();
   });
 }

@@ -359,7 +359,8 @@ class Image : public Widget<platform::Image> {
 };
 
 // The chart viewer. A click and a drag act as the mouse does with the viewer's MouseUsage; a
-// picture is shown as it is set.
+// picture is shown as it is set. Its size counts pixels: the controls that hold a viewer lay
+// their children out in pixels.
 class ChartViewer : public Widget<platform::ChartViewer> {
  public:
   ChartViewer(UserControl& owner, std::string name, platform::WindowHandle handle);

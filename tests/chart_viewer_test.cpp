@@ -1,9 +1,10 @@
+#include "platform/chart_viewer.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "platform/chart_viewer.h"
 #include "support.h"
 
 namespace tessaline {
@@ -59,6 +60,7 @@ TEST(ViewPortArithmetic, DraggingMovesTheContentWithTheMouse) {
   expectView(platform::scrollBy(half, 0, -10, 200, 100, 2), 0.25, 0.3, 0.5, 0.5);
   expectView(platform::scrollBy(half, 1000, 1000, 200, 100, 2), 0, 0, 0.5, 0.5);
   expectView(platform::scrollBy(half, 20, 20, 200, 100, 0), 0.2, 0.25, 0.5, 0.5);
+  expectView(platform::scrollBy(half, 20, 20, 200, 100, 1), 0.25, 0.15, 0.5, 0.5);
   expectView(platform::scrollBy(half, 20, 20, 0, 0, 2), 0.25, 0.25, 0.5, 0.5);
 }
 
@@ -85,12 +87,19 @@ class HeadlessViewer : public testing::HeadlessTest {
   std::vector<std::pair<bool, bool>> events;
 };
 
-TEST_F(HeadlessViewer, StartsOnTheWholeRangeAndIgnoresThePlainPointer) {
+TEST_F(HeadlessViewer, StartsOnTheWholeRangeAndIgnoresAMouseWithNoUse) {
   expectView(view(), 0, 0, 1, 1);
   EXPECT_EQ(viewer->MouseUsage(), 0);
   EXPECT_EQ(viewer->ZoomDirection(), 2);
   user().click(50, 50);
   user().drag(0, 0, 100, 50);
+  // Out of the user's reach, a zooming viewer takes no click either.
+  viewer->MouseUsage(platform::ChartViewer::kMouseZoomIn);
+  viewer->Enabled(false);
+  user().click(50, 50);
+  viewer->Enabled(true);
+  viewer->Visible(false);
+  user().click(50, 50);
   EXPECT_TRUE(events.empty());
   expectView(view(), 0, 0, 1, 1);
 }
@@ -99,6 +108,7 @@ TEST_F(HeadlessViewer, ClicksZoomAndDragsScrollThenTellTheControl) {
   viewer->MouseUsage(platform::ChartViewer::kMouseZoomIn);
   user().click(100, 50);
   expectView(view(), 0.25, 0.25, 0.5, 0.5);
+  EXPECT_EQ(events.size(), 1u);
   user().drag(0, 0, 50, 0);  // zooming mode: a drag does nothing
   viewer->MouseUsage(platform::ChartViewer::kMouseScroll);
   user().drag(0, 0, 40, 0);
@@ -107,6 +117,16 @@ TEST_F(HeadlessViewer, ClicksZoomAndDragsScrollThenTellTheControl) {
   user().click(100, 50);
   expectView(view(), 0, 0, 1, 1);
   EXPECT_EQ(events, (std::vector<std::pair<bool, bool>>(3, {true, false})));
+}
+
+TEST_F(HeadlessViewer, ClicksTurnPixelsIntoFractionsAlongTheZoomDirection) {
+  viewer->MouseUsage(platform::ChartViewer::kMouseZoomIn);
+  viewer->ZoomDirection(platform::ChartViewer::kDirectionVertical);
+  user().click(50, 25);  // a quarter across and a quarter down
+  expectView(view(), 0, 0.125, 1, 0.5);
+  viewer->ZoomDirection(platform::ChartViewer::kDirectionHorizontal);
+  user().click(50, 25);
+  expectView(view(), 0.125, 0.125, 0.5, 0.5);
 }
 
 TEST_F(HeadlessViewer, UpdateViewPortBringsTheViewportBackAndRaisesItsArguments) {
@@ -125,7 +145,9 @@ TEST_F(HeadlessViewer, PicturesAndHandlerFailures) {
   EXPECT_EQ(viewer->Picture(), Ref<Object>(picture));
   viewer->Picture(nullptr);
   EXPECT_TRUE(viewer->Picture().isNothing());
-  EXPECT_EQ(user().picturesShown(), 1);
+  viewer->Picture(picture);
+  EXPECT_EQ(viewer->Picture(), Ref<Object>(picture));
+  EXPECT_EQ(user().picturesShown(), 2);
 
   viewer->viewerEvents.ViewPortChanged = [](bool, bool) { throw VbError(err::InvalidCall); };
   viewer->MouseUsage(platform::ChartViewer::kMouseZoomIn);
