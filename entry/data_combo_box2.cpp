@@ -136,13 +136,7 @@ const MemberTable& DTMDataComboBox2::members() const {
   static const MemberTable table = [] {
     MemberTableBuilder<Self> t;
     addEnumeratedListMembers(t);
-    t.TESSALINE_PROPERTY(bool, Locked)
-        .TESSALINE_PROPERTY(platform::Color, ForeColor)
-        .TESSALINE_PROPERTY(int32_t, TabIndex)
-        .method("InitProperties", [](Self& s, DispatchArgs&) {
-          s.InitProperties();
-          return Variant();
-        });
+    t.TESSALINE_PROPERTY(platform::Color, ForeColor).TESSALINE_PROPERTY(int32_t, TabIndex);
     return t.build();
   }();
   return table;

@@ -86,7 +86,12 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
         .TESSALINE_PROPERTY(int32_t, SelStart)
         .TESSALINE_PROPERTY(std::string, SelText)
         .TESSALINE_PROPERTY(std::string, ToolTipText)
-        .TESSALINE_PROPERTY(platform::Color, BackColor);
+        .TESSALINE_PROPERTY(platform::Color, BackColor)
+        .TESSALINE_PROPERTY(bool, Locked)
+        .method("InitProperties", [](Self& s, DispatchArgs&) {
+          s.InitProperties();
+          return Variant();
+        });
   }
 
   void ReadEnumData();

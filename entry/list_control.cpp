@@ -77,10 +77,6 @@ const MemberTable& DTMListControl::members() const {
   static const MemberTable table = [] {
     MemberTableBuilder<Self> t;
     addEnumeratedListMembers(t);
-    t.TESSALINE_PROPERTY(bool, Locked).method("InitProperties", [](Self& s, DispatchArgs&) {
-      s.InitProperties();
-      return Variant();
-    });
     return t.build();
   }();
   return table;
