@@ -1,7 +1,7 @@
 #include "entry/data_text_box.h"
 
 #include "entry/edit_patterns.h"
-#include "platform/locale.h"
+#include "values/locale.h"
 
 namespace tessaline {
 
@@ -50,7 +50,7 @@ bool DTMDataTextBox::IsNotANumber(const Variant& value) {
 }
 
 std::string DTMDataTextBox::GetDecimalSeparator() {
-  const std::string separator = platform::locale().decimalSeparator();
+  const std::string separator = locale().decimalSeparator();
   return separator.substr(0, separator.find('\0'));
 }
 

@@ -1,7 +1,7 @@
 #include "entry/edit_patterns.h"
 
-#include "frame/text.h"
-#include "frame/vb_error.h"
+#include "values/text.h"
+#include "values/vb_error.h"
 
 namespace tessaline {
 

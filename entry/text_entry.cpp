@@ -1,7 +1,7 @@
 #include "entry/text_entry.h"
 
 #include "entry/edit_patterns.h"
-#include "frame/text.h"
+#include "values/text.h"
 #include "platform/regexp.h"
 
 namespace tessaline {

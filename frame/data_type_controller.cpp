@@ -1,7 +1,7 @@
 #include "frame/data_type_controller.h"
 
-#include "frame/text.h"
-#include "platform/locale.h"
+#include "values/text.h"
+#include "values/locale.h"
 
 namespace tessaline {
 
@@ -9,7 +9,7 @@ Variant DataTypeController::DataType() {
   if (dataType_.isNumeric() && dataType_.toDouble() == 1) return Variant("String");
   if (dataType_.isString()) {
     const ParsedNumber parsed =
-        parseNumber(dataType_.toText(), platform::locale().decimalSeparator());
+        parseNumber(dataType_.toText(), locale().decimalSeparator());
     if (parsed.outcome == ParseOutcome::Number && parsed.value == 1) return Variant("String");
   }
   return dataType_;

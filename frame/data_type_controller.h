@@ -4,8 +4,8 @@
 #include <string>
 
 #include "frame/definitions.h"
-#include "frame/object.h"
-#include "frame/variant.h"
+#include "values/object.h"
+#include "values/variant.h"
 
 namespace tessaline {
 

@@ -1,7 +1,7 @@
 #include "frame/definitions.h"
 
 #include "frame/logger.h"
-#include "frame/text.h"
+#include "values/text.h"
 
 namespace tessaline {
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "frame/host.h"
-#include "frame/object.h"
-#include "frame/vb_array.h"
+#include "values/object.h"
+#include "values/vb_array.h"
 #include "platform/xml.h"
 
 // What a control learns from the definition nodes that its host hands it: a dataItem and an

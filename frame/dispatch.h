@@ -7,8 +7,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "frame/object.h"
-#include "frame/variant.h"
+#include "values/object.h"
+#include "values/variant.h"
 
 // Reaching a control's members by name, as a host reaches the members that are no slot of
 // an interface (and as the demo's dialog files set properties). Names compare without case.

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "frame/object.h"
-#include "frame/variant.h"
+#include "values/object.h"
+#include "values/variant.h"
 
 namespace tessaline {
 

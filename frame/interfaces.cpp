@@ -1,6 +1,6 @@
 #include "frame/interfaces.h"
 
-#include "frame/text.h"
+#include "values/text.h"
 
 namespace tessaline {
 

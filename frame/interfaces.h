@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "frame/host.h"
-#include "frame/object.h"
-#include "frame/variant.h"
+#include "values/object.h"
+#include "values/variant.h"
 
 // The twelve interfaces that the controls implement, members in slot order. A property is a
 // getter/setter overload pair, getter first. Booleans are bool here and -1 as a number.

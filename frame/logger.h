@@ -4,9 +4,9 @@
 #include <string_view>
 
 #include "frame/host.h"
-#include "frame/object.h"
-#include "frame/variant.h"
-#include "frame/vb_error.h"
+#include "values/object.h"
+#include "values/variant.h"
+#include "values/vb_error.h"
 
 namespace tessaline {
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "frame/logger.h"
-#include "frame/variant.h"
-#include "frame/vb_array.h"
+#include "values/variant.h"
+#include "values/vb_array.h"
 #include "platform/xml.h"
 
 // What the gauges learn from their host besides the value: the items they subscribe to, the

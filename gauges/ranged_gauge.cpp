@@ -1,7 +1,7 @@
 #include "gauges/ranged_gauge.h"
 
 #include "frame/logger.h"
-#include "frame/text.h"
+#include "values/text.h"
 
 namespace tessaline {
 

@@ -1,6 +1,6 @@
 #include "platform/chart.h"
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 #include "platform/chart_recorder.h"
 
 namespace tessaline::platform::chart {

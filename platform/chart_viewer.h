@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "frame/object.h"
+#include "values/object.h"
 #include "platform/widgets.h"
 
 namespace tessaline::platform {

@@ -4,7 +4,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 
 namespace tessaline::platform {
 

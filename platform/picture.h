@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/object.h"
-#include "frame/variant.h"
+#include "values/object.h"
+#include "values/variant.h"
 
 namespace tessaline::platform {
 

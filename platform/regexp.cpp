@@ -1,6 +1,6 @@
 #include "platform/regexp.h"
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 
 namespace tessaline::platform {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "frame/object.h"
+#include "values/object.h"
 
 namespace tessaline::platform {
 

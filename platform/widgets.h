@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "frame/variant.h"
+#include "values/variant.h"
 
 // The standard child controls that the composite controls are built of, and the composite
 // control's own window. Lengths are twips; colours are 0x00BBGGRR numbers or system colours.

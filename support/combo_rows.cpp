@@ -1,6 +1,6 @@
 #include "support/combo_rows.h"
 
-#include "frame/text.h"
+#include "values/text.h"
 
 namespace tessaline::APICallBack {
 

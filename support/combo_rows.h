@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "frame/vb_array.h"
+#include "values/vb_array.h"
 #include "platform/widgets.h"
 
 // The colours of drop-down rows: the row of the device's value stays white, every other row

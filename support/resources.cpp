@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <map>
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 
 namespace tessaline {
 

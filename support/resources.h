@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "frame/object.h"
+#include "values/object.h"
 #include "platform/picture.h"
 
 // The library's own resources: the icons and texts of the status modes 101 to 106.

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "frame/logger.h"
-#include "frame/object.h"
+#include "values/object.h"
 #include "platform/widgets.h"
 
 namespace tessaline {

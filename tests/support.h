@@ -36,7 +36,7 @@ class HeadlessTest : public ::testing::Test {
     }
     SetSharedHost(nullptr);
     platform::setBackend(nullptr);
-    platform::setLocale(nullptr);
+    setLocale(nullptr);
     platform::setRegExpEngine(nullptr);
     platform::chart::setChartEngine(nullptr);
     platform::setPictureDecoder(nullptr);

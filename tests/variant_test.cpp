@@ -1,11 +1,11 @@
-#include "frame/variant.h"
+#include "values/variant.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "platform/locale.h"
+#include "values/locale.h"
 #include "support.h"
 
 namespace tessaline {
@@ -16,9 +16,9 @@ using testing::errorOf;
 class WithSeparator {
  public:
   explicit WithSeparator(const char* separator) {
-    platform::setLocale(std::make_shared<platform::FixedLocale>(separator));
+    setLocale(std::make_shared<FixedLocale>(separator));
   }
-  ~WithSeparator() { platform::setLocale(nullptr); }
+  ~WithSeparator() { setLocale(nullptr); }
 };
 
 struct DoubleText {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "apps/demo/scenes.h"
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 #include "platform/chart/install.h"
 
 int main(int argc, char** argv) {

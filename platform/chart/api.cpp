@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 #include "platform/chart/codecs.h"
 #include "platform/chart/engine.h"
 

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "frame/text.h"
-#include "frame/variant.h"
+#include "values/text.h"
+#include "values/variant.h"
 #include "platform/chart/scale.h"
 
 namespace tessaline::chart {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "frame/text.h"
+#include "values/text.h"
 #include "platform/chart/label_format.h"
 
 namespace tessaline::chart {

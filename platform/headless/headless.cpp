@@ -190,7 +190,7 @@ Backend& current() {
 }
 
 void setDecimalSeparator(const std::string& separator) {
-  platform::setLocale(std::make_shared<platform::FixedLocale>(separator));
+  setLocale(std::make_shared<FixedLocale>(separator));
 }
 
 Focusable::~Focusable() {

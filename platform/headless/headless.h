@@ -8,10 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/text.h"
-#include "frame/vb_error.h"
+#include "values/text.h"
+#include "values/vb_error.h"
 #include "platform/chart_viewer.h"
-#include "platform/locale.h"
+#include "values/locale.h"
 #include "platform/widgets.h"
 
 // The headless backend: every child control in memory, with the behaviour of the classic

@@ -6,7 +6,7 @@
 #include <memory>
 #include <unordered_map>
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 
 namespace tessaline::regexp {
 

@@ -1,4 +1,4 @@
-#include "frame/variant.h"
+#include "values/variant.h"
 
 #include <charconv>
 #include <cmath>
@@ -6,14 +6,14 @@
 #include <cstring>
 #include <ostream>
 
-#include "frame/text.h"
-#include "platform/locale.h"
+#include "values/text.h"
+#include "values/locale.h"
 
 namespace tessaline {
 
 namespace {
 
-std::string separator() { return platform::locale().decimalSeparator(); }
+std::string separator() { return locale().decimalSeparator(); }
 
 // Digits and decimal exponent of a finite, non-zero number, rounded to `significant` digits,
 // trailing zeros removed.

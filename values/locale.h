@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-namespace tessaline::platform {
+namespace tessaline {
 
 // The system's number format, as the controls ask for it.
 class Locale {
@@ -29,4 +29,4 @@ class FixedLocale : public Locale {
   std::string separator_;
 };
 
-}  // namespace tessaline::platform
+}  // namespace tessaline

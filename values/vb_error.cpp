@@ -1,4 +1,4 @@
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 
 #include <new>
 

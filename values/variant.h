@@ -9,7 +9,7 @@
 #include <variant>
 #include <vector>
 
-#include "frame/object.h"
+#include "values/object.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "frame/text.h"
+#include "values/text.h"
 
 namespace tessaline {
 

@@ -4,7 +4,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 
 namespace tessaline {
 

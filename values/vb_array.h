@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "frame/vb_error.h"
+#include "values/vb_error.h"
 
 namespace tessaline {
 

@@ -1,6 +1,6 @@
-#include "platform/locale.h"
+#include "values/locale.h"
 
-namespace tessaline::platform {
+namespace tessaline {
 
 namespace {
 std::shared_ptr<const Locale>& installed() {
@@ -17,4 +17,4 @@ const Locale& locale() {
 
 void setLocale(std::shared_ptr<const Locale> service) { installed() = std::move(service); }
 
-}  // namespace tessaline::platform
+}  // namespace tessaline
