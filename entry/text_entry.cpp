@@ -1,8 +1,8 @@
 #include "entry/text_entry.h"
 
 #include "entry/edit_patterns.h"
-#include "values/text.h"
 #include "platform/regexp.h"
+#include "values/text.h"
 
 namespace tessaline {
 

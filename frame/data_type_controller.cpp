@@ -1,15 +1,14 @@
 #include "frame/data_type_controller.h"
 
-#include "values/text.h"
 #include "values/locale.h"
+#include "values/text.h"
 
 namespace tessaline {
 
 Variant DataTypeController::DataType() {
   if (dataType_.isNumeric() && dataType_.toDouble() == 1) return Variant("String");
   if (dataType_.isString()) {
-    const ParsedNumber parsed =
-        parseNumber(dataType_.toText(), locale().decimalSeparator());
+    const ParsedNumber parsed = parseNumber(dataType_.toText(), locale().decimalSeparator());
     if (parsed.outcome == ParseOutcome::Number && parsed.value == 1) return Variant("String");
   }
   return dataType_;

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "frame/host.h"
+#include "platform/xml.h"
 #include "values/object.h"
 #include "values/vb_array.h"
-#include "platform/xml.h"
 
 // What a control learns from the definition nodes that its host hands it: a dataItem and an
 // enumeration. Reading never changes a node and never reports a missing attribute.

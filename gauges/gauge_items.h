@@ -5,9 +5,9 @@
 #include <string>
 
 #include "frame/logger.h"
+#include "platform/xml.h"
 #include "values/variant.h"
 #include "values/vb_array.h"
-#include "platform/xml.h"
 
 // What the gauges learn from their host besides the value: the items they subscribe to, the
 // limits of the scale and the coloured zones. Failures travel to the caller, which guards them.

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <functional>
 
-#include "values/object.h"
 #include "platform/widgets.h"
+#include "values/object.h"
 
 namespace tessaline::platform {
 

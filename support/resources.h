@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "values/object.h"
 #include "platform/picture.h"
+#include "values/object.h"
 
 // The library's own resources: the icons and texts of the status modes 101 to 106.
 namespace tessaline {

@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "frame/logger.h"
-#include "values/object.h"
 #include "platform/widgets.h"
+#include "values/object.h"
 
 namespace tessaline {
 

@@ -5,8 +5,8 @@
 #include <cmath>
 #include <limits>
 
-#include "values/locale.h"
 #include "support.h"
+#include "values/locale.h"
 
 namespace tessaline {
 namespace {

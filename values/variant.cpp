@@ -6,8 +6,8 @@
 #include <cstring>
 #include <ostream>
 
-#include "values/text.h"
 #include "values/locale.h"
+#include "values/text.h"
 
 namespace tessaline {
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "apps/demo/scenes.h"
-#include "values/vb_error.h"
 #include "platform/chart/install.h"
+#include "values/vb_error.h"
 
 int main(int argc, char** argv) {
   std::filesystem::path out = "out";

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "values/vb_error.h"
 #include "platform/chart/codecs.h"
 #include "platform/chart/engine.h"
+#include "values/vb_error.h"
 
 namespace tessaline::chart {
 

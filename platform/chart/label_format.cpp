@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/chart/scale.h"
 #include "values/text.h"
 #include "values/variant.h"
-#include "platform/chart/scale.h"
 
 namespace tessaline::chart {
 

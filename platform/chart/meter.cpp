@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "values/vb_error.h"
 #include "platform/chart/engine.h"
+#include "values/vb_error.h"
 
 namespace tessaline::chart {
 

@@ -5,8 +5,8 @@
 #include <cstring>
 #include <vector>
 
-#include "values/text.h"
 #include "platform/chart/label_format.h"
+#include "values/text.h"
 
 namespace tessaline::chart {
 

@@ -8,11 +8,11 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/chart_viewer.h"
+#include "platform/widgets.h"
+#include "values/locale.h"
 #include "values/text.h"
 #include "values/vb_error.h"
-#include "platform/chart_viewer.h"
-#include "values/locale.h"
-#include "platform/widgets.h"
 
 // The headless backend: every child control in memory, with the behaviour of the classic
 // controls that the composite controls rely on, and a user that tests drive: focus, click,
