@@ -2,8 +2,9 @@
 // trip, to the new picture in the viewer.
 #include <benchmark/benchmark.h>
 
+#include "gauges/angular_gauge.h"
+#include "gauges/data_gauge.h"
 #include "gauges/dynamic_gauge.h"
-#include "gauges/ranged_gauge.h"
 #include "platform/chart/install.h"
 #include "platform/headless/headless.h"
 #include "platform/xml/pugi_dom.h"

@@ -68,14 +68,4 @@ void DTMDataLabel::UserControl_Resize() {
   Label1_->Left(0);
 }
 
-const MemberTable& DTMDataLabel::members() const {
-  using Self = DTMDataLabel;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> t;
-    addEnumLabelMembers(t);
-    return t.build();
-  }();
-  return table;
-}
-
 }  // namespace tessaline

@@ -12,6 +12,10 @@ namespace tessaline {
 class DTMDataLabel : public EnumLabel {
  public:
   static std::shared_ptr<DTMDataLabel> create();
+  static void describeMembers(MemberTableBuilder<DTMDataLabel>& table) {
+    addEnumLabelMembers(table);
+  }
+  const MemberTable& members() const override { return memberTableOf<DTMDataLabel>(); }
 
   // The host comes from IDTMControl_Init alone.
   Ref<GenericDtm> IDtmControl_GenericDtm() override { return nullptr; }
@@ -20,7 +24,6 @@ class DTMDataLabel : public EnumLabel {
   void IDTMDataControl_SetDeviceValue(const Variant& value) override;
 
  protected:
-  const MemberTable& members() const override;
   void UpdateCaption() override;
 
  private:

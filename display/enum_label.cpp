@@ -72,9 +72,12 @@ void EnumLabel::IDTMEnumeration1_UpdateEnumString(const std::string& code,
   }
 }
 
-void EnumLabel::Enabled(bool value) {
-  Label1_->Enabled(value);
-  PropertyChanged("Enabled");
+Variant EnumLabel::childMouseIcon(EnumLabel& label) {
+  return platform::childProperty(*label.Label1_, "MouseIcon");
+}
+
+void EnumLabel::restoreToolTipText(EnumLabel& label, const Variant& text) {
+  label.Label1_->ToolTipText(text.toText());
 }
 
 void EnumLabel::ToolTipText(const std::string& value) {

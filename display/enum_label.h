@@ -54,9 +54,6 @@ class EnumLabel : public virtual IDTMEnumeration,
   void IDTMEnumeration1_UpdateEnumString(const std::string& code,
                                          const std::string& Label) override;
 
-  // The one way to disable the child.
-  bool Enabled() { return Label1_->Enabled(); }
-  void Enabled(bool value);
   std::string ToolTipText() { return tooltipText_; }
   void ToolTipText(const std::string& value);
 
@@ -67,20 +64,44 @@ class EnumLabel : public virtual IDTMEnumeration,
  protected:
   EnumLabel(const std::string& className, const std::string& loggerName);
 
+  // The member rows of both labels, and the head of their reading order up to
+  // IDTMDataControl_CanSubscribe; `own` comes behind it, then the forwarded properties that
+  // both persist. Enabled, forwarded to Label1, is the one way to disable the child.
   template <class Self>
-  static void addEnumLabelMembers(MemberTableBuilder<Self>& table) {
+  static void addEnumLabelMembers(MemberTableBuilder<Self>& table,
+                                  std::initializer_list<Persisted> own = {}) {
     addDataControlMembers(table);
-    table.TESSALINE_PROPERTY(Ref<Object>, IDTMEnumeration_EnumDataDef)
+    table
+        .forward(
+            "Label1", &EnumLabel::Label1,
+            {"Alignment",    "Appearance",      "AutoSize",       "BackColor",     "BackStyle",
+             "BorderStyle",  "Container",       "DataChanged",    "DataField",     "DataMember",
+             "DragMode",     "Enabled",         "Font",           "FontBold",      "FontItalic",
+             "FontName",     "FontSize",        "FontStrikethru", "FontUnderline", "ForeColor",
+             "Height",       "LinkItem",        "LinkMode",       "LinkTimeout",   "LinkTopic",
+             "MousePointer", "OLEDropMode",     "RightToLeft",    "TabIndex",      "Tag",
+             "UseMnemonic",  "WhatsThisHelpID", "Width",          "WordWrap"})
+        .forward("Label1", &EnumLabel::Label1, {"name", "Index"}, Forwarding::ReadOnly)
+        .forward("Label1", &EnumLabel::Label1, {"DragIcon", "MouseIcon"}, Forwarding::WriteOnly)
+        .TESSALINE_PROPERTY(Ref<Object>, IDTMEnumeration_EnumDataDef)
         .TESSALINE_READONLY(bool, IDTMEnumeration_HasEnumData)
-        .method("IDTMEnumeration1_UpdateEnumString",
-                [](Self& s, DispatchArgs& a) {
-                  s.IDTMEnumeration1_UpdateEnumString(argument(a, 0).toText(),
-                                                      argument(a, 1).toText());
-                  return Variant();
-                })
-        .TESSALINE_PROPERTY(bool, Enabled)
-        .TESSALINE_PROPERTY(std::string, ToolTipText);
+        .procedure("IDTMEnumeration1_UpdateEnumString", &Self::IDTMEnumeration1_UpdateEnumString)
+        .TESSALINE_PROPERTY(std::string, ToolTipText)
+        .persist({"IDTMDataControl_Active", "IDtmControl_Enable", "IDTMDataControl_Hot",
+                  "IDtmControl_Visible", "IDTMDataControl_Name", "IDtmControl_Name",
+                  Persisted("IDTMDataControl_Value").withDefault("Label1"),
+                  "IDTMDataControl_PreviousValue", "IDTMDataControl_Access",
+                  "IDTMDataControl_Source", "IDtmControl_DataMode", "IDTMDataControl_CanSubscribe"})
+        .persist(own)
+        .persist({"Appearance", "Alignment", "ForeColor", "Font", "MousePointer",
+                  Persisted("MouseIcon").savedFrom(&EnumLabel::childMouseIcon),
+                  Persisted("ToolTipText").restoredBy(&EnumLabel::restoreToolTipText),
+                  "OLEDropMode", "RightToLeft"});
   }
+  // MouseIcon has no getter: the bag takes Label1's.
+  static Variant childMouseIcon(EnumLabel& label);
+  // A stored tooltip text goes to Label1's own tooltip.
+  static void restoreToolTipText(EnumLabel& label, const Variant& text);
 
   // The caption that the stored value gives.
   virtual void UpdateCaption() = 0;

@@ -111,17 +111,15 @@ void DTMDataLaunchLabel::Label1_Click() {
   });
 }
 
-const MemberTable& DTMDataLaunchLabel::members() const {
+// The launch's three properties are read behind IDTMDataControl_CanSubscribe, so the leading
+// text's let overwrites the caption that the value's let may have left.
+void DTMDataLaunchLabel::describeMembers(MemberTableBuilder<DTMDataLaunchLabel>& table) {
   using Self = DTMDataLaunchLabel;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> t;
-    addEnumLabelMembers(t);
-    t.TESSALINE_PROPERTY(std::string, IDtmControl_DefaultText)
-        .TESSALINE_PROPERTY(int32_t, IDtmControl_LaunchType)
-        .TESSALINE_PROPERTY(int32_t, IDTMControl_FunctionID);
-    return t.build();
-  }();
-  return table;
+  table.TESSALINE_PROPERTY(std::string, IDtmControl_DefaultText)
+      .TESSALINE_PROPERTY(int32_t, IDtmControl_LaunchType)
+      .TESSALINE_PROPERTY(int32_t, IDTMControl_FunctionID);
+  addEnumLabelMembers(
+      table, {"IDTMControl_FunctionID", "IDtmControl_LaunchType", "IDtmControl_DefaultText"});
 }
 
 }  // namespace tessaline

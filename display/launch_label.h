@@ -14,6 +14,8 @@ namespace tessaline {
 class DTMDataLaunchLabel : public EnumLabel {
  public:
   static std::shared_ptr<DTMDataLaunchLabel> create();
+  static void describeMembers(MemberTableBuilder<DTMDataLaunchLabel>& table);
+  const MemberTable& members() const override { return memberTableOf<DTMDataLaunchLabel>(); }
 
   // Also localizes a leading text that was set before the host was known.
   void IDTMControl_Init(Ref<GenericDtm> genericDtm) override;
@@ -34,7 +36,6 @@ class DTMDataLaunchLabel : public EnumLabel {
   const std::string& flagText() const { return flagText_; }
 
  protected:
-  const MemberTable& members() const override;
   void UpdateCaption() override;
 
  private:

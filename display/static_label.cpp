@@ -6,7 +6,7 @@ std::shared_ptr<DtmStaticLabel> DtmStaticLabel::create() {
   return std::shared_ptr<DtmStaticLabel>(new DtmStaticLabel());
 }
 
-DtmStaticLabel::DtmStaticLabel() : ControlFrame("DtmStaticLabel", nullptr) {
+DtmStaticLabel::DtmStaticLabel() : DtmControlBase("DtmStaticLabel", nullptr) {
   window_->Width(1530);
   window_->Height(480);
   Label1_ = window_->createLabel("Label1");
@@ -26,11 +26,6 @@ void DtmStaticLabel::IDTMControl_Init(Ref<GenericDtm> genericDtm) {
   host_ = genericDtm;
   logger_ = MakeLogger(genericDtm, "DtmStaticLabel");
   IDtmControl_Name(name_);
-}
-
-void DtmStaticLabel::IDtmControl_DataMode(int32_t value) {
-  dataMode_ = value;
-  PropertyChanged("IDtmControl_DataMode");
 }
 
 // A failure of the host's lookup goes to the caller, with the key already stored.
@@ -78,25 +73,31 @@ void DtmStaticLabel::UserControl_Resize() {
   Label1_->Left(0);
 }
 
-const MemberTable& DtmStaticLabel::members() const {
+// The bag's names of a caption, a function and a popup are no members here: read and dropped,
+// written empty. Enable is written under another spelling than it is read; MousePointer is
+// read and never written.
+void DtmStaticLabel::describeMembers(MemberTableBuilder<DtmStaticLabel>& table) {
   using Self = DtmStaticLabel;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> t;
-    t.method("IDTMControl_Init",
-             [](Self& s, DispatchArgs& a) {
-               s.IDTMControl_Init(fromVariant<Ref<GenericDtm>>(argument(a, 0)));
-               return Variant();
-             })
-        .TESSALINE_PROPERTY(Ref<GenericDtm>, IDtmControl_GenericDtm)
-        .TESSALINE_PROPERTY(Ref<DtmContainer>, IDtmControl_DtmContainer)
-        .TESSALINE_PROPERTY(int32_t, IDtmControl_DataMode)
-        .TESSALINE_PROPERTY(std::string, IDtmControl_Name)
-        .TESSALINE_PROPERTY(bool, IDtmControl_Enable)
-        .TESSALINE_PROPERTY(bool, IDtmControl_Visible)
-        .TESSALINE_PROPERTY(std::string, ToolTipText);
-    return t.build();
-  }();
-  return table;
+  addDtmControlMembers(table);
+  table
+      .forward("Label1", &Self::Label1,
+               {"Alignment",    "Appearance",      "AutoSize",       "BackColor",     "BackStyle",
+                "BorderStyle",  "Container",       "DataChanged",    "DataField",     "DataMember",
+                "DragMode",     "Enabled",         "Font",           "FontBold",      "FontItalic",
+                "FontName",     "FontSize",        "FontStrikethru", "FontUnderline", "ForeColor",
+                "Height",       "LinkItem",        "LinkMode",       "LinkTimeout",   "LinkTopic",
+                "MousePointer", "OLEDropMode",     "RightToLeft",    "TabIndex",      "Tag",
+                "UseMnemonic",  "WhatsThisHelpID", "Width",          "WordWrap"})
+      .forward("Label1", &Self::Label1, {"name", "Index"}, Forwarding::ReadOnly)
+      .forward("Label1", &Self::Label1, {"DragIcon", "MouseIcon"}, Forwarding::WriteOnly)
+      .TESSALINE_PROPERTY(std::string, ToolTipText)
+      .persist({"IDTMControl_Name",
+                Persisted("IDtmControl_Enable").writtenUnder("IDTMControl_Enable"),
+                "IDtmControl_Visible", Persisted::dropped("IDTMControl_Caption"),
+                Persisted::dropped("IDTMControl_FunctionID"),
+                Persisted::dropped("IDtmControl_OpenPopup"), "IDtmControl_DataMode", "BackColor",
+                "Appearance", "Font", Persisted::readOnly("MousePointer"), "ToolTipText",
+                "OLEDropMode", "RightToLeft", "Alignment"});
 }
 
 }  // namespace tessaline

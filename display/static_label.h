@@ -4,17 +4,17 @@
 #include <string>
 
 #include "frame/control_frame.h"
-#include "frame/dispatch.h"
-#include "frame/interfaces.h"
 
 namespace tessaline {
 
 // A fixed text of a dialog in the user's language: the control's name is a localization key,
 // and the caption is what this control's own host gives for it. It keeps its own host and
 // never touches the thread's shared one, and it asks the host with any key, also an empty one.
-class DtmStaticLabel : public virtual IDtmControl, public Dispatchable, public ControlFrame {
+class DtmStaticLabel : public DtmControlBase {
  public:
   static std::shared_ptr<DtmStaticLabel> create();
+  static void describeMembers(MemberTableBuilder<DtmStaticLabel>& table);
+  const MemberTable& members() const override { return memberTableOf<DtmStaticLabel>(); }
 
   // Keeps the host in this control's own reference and localizes the name it holds.
   void IDTMControl_Init(Ref<GenericDtm> genericDtm) override;
@@ -22,8 +22,6 @@ class DtmStaticLabel : public virtual IDtmControl, public Dispatchable, public C
   void IDtmControl_GenericDtm(Ref<GenericDtm>) override {}
   Ref<DtmContainer> IDtmControl_DtmContainer() override { return nullptr; }
   void IDtmControl_DtmContainer(Ref<DtmContainer>) override {}
-  int32_t IDtmControl_DataMode() override { return dataMode_; }
-  void IDtmControl_DataMode(int32_t value) override;
   // The key as given, never the caption.
   std::string IDtmControl_Name() override { return name_; }
   void IDtmControl_Name(const std::string& value) override;
@@ -39,9 +37,6 @@ class DtmStaticLabel : public virtual IDtmControl, public Dispatchable, public C
 
   platform::Label& Label1() { return *Label1_; }
 
- protected:
-  const MemberTable& members() const override;
-
  private:
   DtmStaticLabel();
 
@@ -50,7 +45,6 @@ class DtmStaticLabel : public virtual IDtmControl, public Dispatchable, public C
   std::unique_ptr<platform::Label> Label1_;
   std::string name_;
   bool visible_ = true;
-  int32_t dataMode_ = 2;
 };
 
 }  // namespace tessaline

@@ -9,7 +9,7 @@ std::shared_ptr<DTMStatusControl> DTMStatusControl::create(platform::UserControl
 }
 
 DTMStatusControl::DTMStatusControl(platform::UserControl* parent)
-    : ControlFrame("DTMStatusControl", parent) {
+    : DtmControlBase("DTMStatusControl", parent) {
   window_->Width(375);
   window_->Height(375);
   Image1_ = window_->createImage("Image1");
@@ -22,13 +22,10 @@ DTMStatusControl::DTMStatusControl(platform::UserControl* parent)
   IDtmControl_DataMode(2);
 }
 
+DTMStatusControl::~DTMStatusControl() { tooltip_->Destroy(); }
+
 void DTMStatusControl::IDTMControl_Init(Ref<GenericDtm> genericDtm) {
   takeHost(genericDtm, "DTMStatusControl");
-}
-
-void DTMStatusControl::IDtmControl_DataMode(int32_t value) {
-  dataMode_ = value;
-  PropertyChanged("IDtmControl_DataMode");
 }
 
 // A mode above 106 has no resource: it fails to the caller with the mode already stored.
@@ -77,27 +74,15 @@ void DTMStatusControl::RebuildTooltip() {
       ErrorLineStyle::Tooltip);
 }
 
-const MemberTable& DTMStatusControl::members() const {
+void DTMStatusControl::describeMembers(MemberTableBuilder<DTMStatusControl>& table) {
   using Self = DTMStatusControl;
-  static const MemberTable table =
-      MemberTableBuilder<Self>()
-          .method("IDTMControl_Init",
-                  [](Self& s, DispatchArgs& a) {
-                    s.IDTMControl_Init(fromVariant<Ref<GenericDtm>>(argument(a, 0)));
-                    return Variant();
-                  })
-          .TESSALINE_PROPERTY(std::string, IDTMStatusControl_Text)
-          .TESSALINE_PROPERTY(int32_t, IDTMStatusControl_Mode)
-          .TESSALINE_PROPERTY(bool, IDTMStatusControl_Visible)
-          .TESSALINE_PROPERTY(bool, IDTMStatusControl_Stretch)
-          .TESSALINE_PROPERTY(int32_t, IDtmControl_DataMode)
-          .TESSALINE_PROPERTY(std::string, IDtmControl_Name)
-          .TESSALINE_PROPERTY(bool, IDtmControl_Enable)
-          .TESSALINE_PROPERTY(bool, IDtmControl_Visible)
-          .TESSALINE_PROPERTY(Ref<GenericDtm>, IDtmControl_GenericDtm)
-          .TESSALINE_PROPERTY(Ref<DtmContainer>, IDtmControl_DtmContainer)
-          .build();
-  return table;
+  addDtmControlMembers(table);
+  table.TESSALINE_PROPERTY(std::string, IDTMStatusControl_Text)
+      .TESSALINE_PROPERTY(int32_t, IDTMStatusControl_Mode)
+      .TESSALINE_PROPERTY(bool, IDTMStatusControl_Visible)
+      .TESSALINE_PROPERTY(bool, IDTMStatusControl_Stretch)
+      .persist({"IDTMStatusControl_Visible", "IDTMStatusControl_Text", "IDTMStatusControl_Mode",
+                "IDTMStatusControl_Stretch", "IDtmControl_DataMode"});
 }
 
 }  // namespace tessaline

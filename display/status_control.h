@@ -4,8 +4,6 @@
 #include <string>
 
 #include "frame/control_frame.h"
-#include "frame/dispatch.h"
-#include "frame/interfaces.h"
 #include "support/tooltip.h"
 
 namespace tessaline {
@@ -13,13 +11,14 @@ namespace tessaline {
 // The small icon beside an entry control that tells by picture and tooltip what state the
 // neighbouring value is in. Modes: 0 nothing (text emptied), 1 to 100 nothing (text kept),
 // 101 to 106 an icon and its text; a mode above 106 has no resource and fails to the caller.
-class DTMStatusControl : public virtual IDtmControl,
-                         public virtual IDTMStatusControl,
-                         public Dispatchable,
-                         public ControlFrame {
+class DTMStatusControl : public DtmControlBase, public virtual IDTMStatusControl {
  public:
   // A control on a form, or the status child of another control (with its window).
   static std::shared_ptr<DTMStatusControl> create(platform::UserControl* parent = nullptr);
+  static void describeMembers(MemberTableBuilder<DTMStatusControl>& table);
+  const MemberTable& members() const override { return memberTableOf<DTMStatusControl>(); }
+  // The tooltip window goes with the control.
+  ~DTMStatusControl() override;
 
   // The frame members are accepted and ignored: setters keep nothing, getters answer empty or
   // false. Only the data mode is kept.
@@ -28,8 +27,6 @@ class DTMStatusControl : public virtual IDtmControl,
   void IDtmControl_GenericDtm(Ref<GenericDtm>) override {}
   Ref<DtmContainer> IDtmControl_DtmContainer() override { return nullptr; }
   void IDtmControl_DtmContainer(Ref<DtmContainer>) override {}
-  int32_t IDtmControl_DataMode() override { return dataMode_; }
-  void IDtmControl_DataMode(int32_t value) override;
   std::string IDtmControl_Name() override { return {}; }
   void IDtmControl_Name(const std::string&) override {}
   bool IDtmControl_Enable() override { return false; }
@@ -51,9 +48,6 @@ class DTMStatusControl : public virtual IDtmControl,
   // The tooltip, once made.
   const Ref<cTooltip>& tooltip() const { return tooltip_; }
 
- protected:
-  const MemberTable& members() const override;
-
  private:
   explicit DTMStatusControl(platform::UserControl* parent);
 
@@ -65,7 +59,6 @@ class DTMStatusControl : public virtual IDtmControl,
   int32_t mode_ = 0;
   std::string text_;
   bool visible_ = true;
-  int32_t dataMode_ = 2;
 };
 
 }  // namespace tessaline

@@ -8,7 +8,7 @@ std::shared_ptr<DTMDataComboBox2> DTMDataComboBox2::create() {
   return std::shared_ptr<DTMDataComboBox2>(new DTMDataComboBox2());
 }
 
-DTMDataComboBox2::DTMDataComboBox2() : DTMDataComboBox("DTMDataComboBox2", "DTMDataComboBox2") {
+DTMDataComboBox2::DTMDataComboBox2() : DropDownList("DTMDataComboBox2", "DTMDataComboBox2") {
   Frame1_ = window_->createFrame("Frame1");
   Frame1_->Left(600);
   Frame1_->Top(0);
@@ -41,7 +41,7 @@ DTMDataComboBox2::~DTMDataComboBox2() {
 }
 
 void DTMDataComboBox2::IDtmControl_Enable(bool value) {
-  DTMDataComboBox::IDtmControl_Enable(value);
+  DropDownList::IDtmControl_Enable(value);
   Label1_->Enabled(value);
 }
 
@@ -54,18 +54,6 @@ void DTMDataComboBox2::IDtmControl_Visible(bool value) {
   Label1_->Visible(value);
   UpdateTooltip();
   PropertyChanged("IDtmControl_Visible");
-}
-
-void DTMDataComboBox2::BackColor(platform::Color value) {
-  Combo1().BackColor(value);
-  Label1_->BackColor(value);
-  PropertyChanged("BackColor");
-}
-
-void DTMDataComboBox2::ForeColor(platform::Color value) {
-  Combo1().ForeColor(value);
-  Label1_->ForeColor(value);
-  PropertyChanged("ForeColor");
 }
 
 void DTMDataComboBox2::TabIndex(int32_t value) {
@@ -131,15 +119,29 @@ void DTMDataComboBox2::UserControl_Resize() {
   Label1_->Height(Frame1_->Height());
 }
 
-const MemberTable& DTMDataComboBox2::members() const {
+void DTMDataComboBox2::describeMembers(MemberTableBuilder<DTMDataComboBox2>& table) {
   using Self = DTMDataComboBox2;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> t;
-    addEnumeratedListMembers(t);
-    t.TESSALINE_PROPERTY(platform::Color, ForeColor).TESSALINE_PROPERTY(int32_t, TabIndex);
-    return t.build();
-  }();
-  return table;
+  addDropDownListMembers(table);
+  // Set on both children, Combo1 first, and read from Combo1. These rows come after the bag's
+  // reading order was taken: what the bag brings back goes to Combo1 alone.
+  for (const char* name : {"BackColor", "ForeColor", "Font", "MousePointer", "MouseIcon",
+                           "FontBold", "FontItalic", "FontName", "FontSize", "FontStrikethru",
+                           "FontUnderline", "RightToLeft", "Tag", "WhatsThisHelpID"}) {
+    const std::string property = name;
+    table.row({property,
+               [property](Dispatchable& d) {
+                 return platform::childProperty(dynamic_cast<Self&>(d).Combo1(), property);
+               },
+               [property](Dispatchable& d, const Variant& value) {
+                 auto& self = dynamic_cast<Self&>(d);
+                 platform::childProperty(self.Combo1(), property, value);
+                 platform::childProperty(*self.Label1_, property, value);
+                 self.PropertyChanged(property);
+               },
+               {},
+               "Combo1"});
+  }
+  table.TESSALINE_PROPERTY(int32_t, TabIndex);
 }
 
 }  // namespace tessaline

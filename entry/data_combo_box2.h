@@ -3,28 +3,25 @@
 #include <memory>
 #include <string>
 
-#include "entry/data_combo_box.h"
+#include "entry/drop_down_list.h"
 
 namespace tessaline {
 
-// DTMDataComboBox that also shows a device value without an entry: a label over the combo's
+// The combo box that also shows a device value without an entry: a label over the combo's
 // text area shows the row's text, or the value followed by " [Undefined]". The drop-down arrow
 // stays uncovered, and a click on the label opens the list.
-class DTMDataComboBox2 : public DTMDataComboBox {
+class DTMDataComboBox2 : public DropDownList {
  public:
   static std::shared_ptr<DTMDataComboBox2> create();
+  static void describeMembers(MemberTableBuilder<DTMDataComboBox2>& table);
+  const MemberTable& members() const override { return memberTableOf<DTMDataComboBox2>(); }
   ~DTMDataComboBox2() override;
 
-  using DTMDataComboBox::IDtmControl_Enable;
+  using DropDownList::IDtmControl_Enable;
   void IDtmControl_Enable(bool value) override;
-  using DTMDataComboBox::IDtmControl_Visible;
+  using DropDownList::IDtmControl_Visible;
   void IDtmControl_Visible(bool value) override;
 
-  // Set on both children, Combo1 first; read from Combo1.
-  platform::Color BackColor() { return Combo1().BackColor(); }
-  void BackColor(platform::Color value);
-  platform::Color ForeColor() { return Combo1().ForeColor(); }
-  void ForeColor(platform::Color value);
   int32_t TabIndex() { return Combo1().TabIndex(); }
   // Combo1 n, Label1 n + 1, the status child n + 2, Frame1 n + 3, TooltipLabel n + 4.
   void TabIndex(int32_t value);
@@ -33,7 +30,6 @@ class DTMDataComboBox2 : public DTMDataComboBox {
   platform::Label& Label1() { return *Label1_; }
 
  protected:
-  const MemberTable& members() const override;
   void SetComboValue() override;
   void Combo1_Click() override;
   void CreateTooltip() override;

@@ -64,14 +64,4 @@ void DTMDataMultiLnTextBox::Text1_LostFocus() {
   if (container_) container_->ControlValueChanged(asControl());
 }
 
-const MemberTable& DTMDataMultiLnTextBox::members() const {
-  using Self = DTMDataMultiLnTextBox;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> t;
-    addTextEntryMembers(t);
-    return t.build();
-  }();
-  return table;
-}
-
 }  // namespace tessaline

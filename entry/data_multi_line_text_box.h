@@ -14,6 +14,10 @@ namespace tessaline {
 class DTMDataMultiLnTextBox : public TextEntry {
  public:
   static std::shared_ptr<DTMDataMultiLnTextBox> create();
+  static void describeMembers(MemberTableBuilder<DTMDataMultiLnTextBox>& table) {
+    addTextEntryMembers(table);
+  }
+  const MemberTable& members() const override { return memberTableOf<DTMDataMultiLnTextBox>(); }
 
   using TextEntry::IDtmControl_Visible;
   // Doesn't apply the definition again.
@@ -25,7 +29,6 @@ class DTMDataMultiLnTextBox : public TextEntry {
   void IDTMDataControl_SetDeviceValue(const Variant& value) override;
 
  protected:
-  const MemberTable& members() const override;
   std::string decimalSeparator() override { return "."; }
   std::string editPatternFor(const std::string& format) override;
   bool appendsSeparator(char) override { return true; }

@@ -76,19 +76,10 @@ void DTMDataTextBox::applyNumbersRules(int16_t& KeyAscii) {
   }
 }
 
-const MemberTable& DTMDataTextBox::members() const {
-  using Self = DTMDataTextBox;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> t;
-    addTextEntryMembers(t);
-    t.method("IsNotANumber", [](Self& s, DispatchArgs& a) {
-       return Variant(s.IsNotANumber(argument(a, 0)));
-     }).method("GetDecimalSeparator", [](Self& s, DispatchArgs&) {
-      return Variant(s.GetDecimalSeparator());
-    });
-    return t.build();
-  }();
-  return table;
+void DTMDataTextBox::describeMembers(MemberTableBuilder<DTMDataTextBox>& table) {
+  addTextEntryMembers(table);
+  table.function("IsNotANumber", &DTMDataTextBox::IsNotANumber)
+      .function("GetDecimalSeparator", &DTMDataTextBox::GetDecimalSeparator);
 }
 
 }  // namespace tessaline

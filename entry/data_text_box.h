@@ -15,6 +15,8 @@ namespace tessaline {
 class DTMDataTextBox : public TextEntry {
  public:
   static std::shared_ptr<DTMDataTextBox> create();
+  static void describeMembers(MemberTableBuilder<DTMDataTextBox>& table);
+  const MemberTable& members() const override { return memberTableOf<DTMDataTextBox>(); }
 
   using TextEntry::IDtmControl_Visible;
   // Also applies the definition again, so the tooltip is rebuilt.
@@ -30,7 +32,6 @@ class DTMDataTextBox : public TextEntry {
   std::string GetDecimalSeparator();
 
  protected:
-  const MemberTable& members() const override;
   std::string decimalSeparator() override { return GetDecimalSeparator(); }
   std::string editPatternFor(const std::string& format) override;
   bool appendsSeparator(char formatLetter) override;

@@ -93,11 +93,25 @@ void EnumeratedList::ToolTipText(const std::string& value) {
   PropertyChanged("ToolTipText");
 }
 
-platform::Color EnumeratedList::BackColor() { return list_->BackColor(); }
+void EnumeratedList::restoreToolTipText(EnumeratedList& list, const Variant& text) {
+  list.TooltipLabel_->ToolTipText(text.toText());
+}
 
-void EnumeratedList::BackColor(platform::Color value) {
-  list_->BackColor(value);
-  PropertyChanged("BackColor");
+// The access field is set without touching Enable.
+void EnumeratedList::InitProperties() {
+  window_->Width(3000);
+  active_ = true;
+  IDtmControl_Enable(true);
+  visible_ = true;
+  canSubscribe_ = true;
+  hot_ = false;
+  name_.clear();
+  baselineText_.clear();
+  access_ = static_cast<int32_t>(AccessType::ReadWrite);
+  statusMode_ = 0;
+  IDTMDataControl_Source(0);
+  IDtmControl_DataMode(2);
+  DTMStatusControl1_->IDTMStatusControl_Stretch(false);
 }
 
 // A load that reaches the child list replaces the whole table; any other node leaves it.

@@ -49,6 +49,9 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
   void IDTMEnumeration_EnumDataDef(Ref<Object> node) override;
   bool IDTMEnumeration_HasEnumData() { return hasEnumData(entries_); }
 
+  // A control new on its form: the defaults of its creation once more.
+  void InitProperties() override;
+
   // Reading gives 0 or "", writing does nothing.
   int32_t SelLength() { return 0; }
   void SelLength(int32_t) {}
@@ -59,8 +62,6 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
   // Stored as given; it reaches the screen at the next rebuild of the tooltip.
   std::string ToolTipText() { return tooltipText_; }
   void ToolTipText(const std::string& value);
-  platform::Color BackColor();
-  void BackColor(platform::Color value);
 
   // Children and state, for the platform and for tests.
   platform::ListWidget& listChild() { return *list_; }
@@ -77,22 +78,58 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
                  IncludeIf rule, int32_t cleanStatusMode,
                  std::string DeviceDataItem::*tooltipSource, const std::string& tooltipLiteral);
 
+  // The member rows and the reading order of the bag of the three list controls. Where they
+  // differ it is in the rows given: the value's default, whether the previous value is
+  // written, and where a stored tooltip text goes.
   template <class Self>
-  static void addEnumeratedListMembers(MemberTableBuilder<Self>& table) {
+  static void addEnumeratedListMembers(MemberTableBuilder<Self>& table, const char* listChild,
+                                       Persisted value, Persisted previousValue,
+                                       Persisted toolTipText) {
     addDataControlMembers(table);
-    table.TESSALINE_PROPERTY(Ref<Object>, IDTMEnumeration_EnumDataDef)
+    table
+        .forward(
+            listChild, &EnumeratedList::listChild,
+            {"Appearance", "BackColor",      "ForeColor",        "Font",        "MousePointer",
+             "MouseIcon",  "Locked",         "CausesValidation", "Container",   "DataChanged",
+             "DataField",  "DataMember",     "FontBold",         "FontItalic",  "FontName",
+             "FontSize",   "FontStrikethru", "FontUnderline",    "Height",      "HelpContextID",
+             "ListIndex",  "OLEDragMode",    "OLEDropMode",      "RightToLeft", "TabIndex",
+             "Tag",        "TopIndex",       "WhatsThisHelpID",  "Width"})
+        .forward(
+            listChild, &EnumeratedList::listChild,
+            {"name", "hwnd", "ListCount", "NewIndex", "Sorted", "Style", "Index", "IntegralHeight"},
+            Forwarding::ReadOnly)
+        .TESSALINE_PROPERTY(Ref<Object>, IDTMEnumeration_EnumDataDef)
         .TESSALINE_READONLY(bool, IDTMEnumeration_HasEnumData)
         .TESSALINE_PROPERTY(int32_t, SelLength)
         .TESSALINE_PROPERTY(int32_t, SelStart)
         .TESSALINE_PROPERTY(std::string, SelText)
         .TESSALINE_PROPERTY(std::string, ToolTipText)
-        .TESSALINE_PROPERTY(platform::Color, BackColor)
-        .TESSALINE_PROPERTY(bool, Locked)
-        .method("InitProperties", [](Self& s, DispatchArgs&) {
-          s.InitProperties();
-          return Variant();
-        });
+        .procedure("InitProperties", &Self::InitProperties)
+        .persist({"IDTMDataControl_Active",
+                  "IDtmControl_Enable",
+                  "IDTMDataControl_Hot",
+                  "IDtmControl_Visible",
+                  "IDTMDataControl_Name",
+                  "IDtmControl_Name",
+                  std::move(value),
+                  std::move(previousValue),
+                  "IDTMDataControl_Access",
+                  "IDtmControl_DataMode",
+                  "IDTMDataControl_Source",
+                  "IDTMDataControl_CanSubscribe",
+                  "BackColor",
+                  "Appearance",
+                  "ForeColor",
+                  "Font",
+                  "MousePointer",
+                  "MouseIcon",
+                  std::move(toolTipText),
+                  "OLEDropMode",
+                  "RightToLeft"});
   }
+  // A stored tooltip text that goes to TooltipLabel, not to the control's own text.
+  static void restoreToolTipText(EnumeratedList& list, const Variant& text);
 
   void ReadEnumData();
   void FillList();

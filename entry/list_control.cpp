@@ -12,22 +12,6 @@ DTMListControl::DTMListControl()
   List1().events.Click = [this] { List1_Click(); };
 }
 
-void DTMListControl::InitProperties() {
-  window_->Width(3000);
-  active_ = true;
-  IDtmControl_Enable(true);
-  visible_ = true;
-  canSubscribe_ = true;
-  hot_ = false;
-  name_.clear();
-  baselineText_.clear();
-  access_ = static_cast<int32_t>(AccessType::ReadWrite);
-  statusMode_ = 0;
-  IDTMDataControl_Source(0);
-  IDtmControl_DataMode(2);
-  DTMStatusControl1().IDTMStatusControl_Stretch(false);
-}
-
 void DTMListControl::IDtmControl_Visible(bool value) {
   visible_ = value;
   list_->Visible(value);
@@ -72,14 +56,12 @@ void DTMListControl::CreateTooltip() {
   createTooltipFor(windows);
 }
 
-const MemberTable& DTMListControl::members() const {
+// The previous value is read and never written; a stored tooltip text is the control's own.
+void DTMListControl::describeMembers(MemberTableBuilder<DTMListControl>& table) {
   using Self = DTMListControl;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> t;
-    addEnumeratedListMembers(t);
-    return t.build();
-  }();
-  return table;
+  addEnumeratedListMembers(table, "List1", Persisted("IDTMDataControl_Value").withDefault("List1"),
+                           Persisted::readOnly("IDTMDataControl_PreviousValue"), "ToolTipText");
+  table.TESSALINE_PROPERTY(bool, Locked);
 }
 
 }  // namespace tessaline

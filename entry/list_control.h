@@ -7,16 +7,15 @@
 
 namespace tessaline {
 
-// DTMDataComboBox with an open list. It reads no includeIf (a child without name or code
+// The combo box with an open list. It reads no includeIf (a child without name or code
 // leaves an empty row at the end), shows status 100 when clean, takes its tooltip from the
 // item's description, marks a pick only once a device value has come, and lets its failures
 // in selecting a row and in a user value go to the caller.
 class DTMListControl : public EnumeratedList {
  public:
   static std::shared_ptr<DTMListControl> create();
-
-  // A control new on its form: the defaults once more; the value stays empty.
-  void InitProperties();
+  static void describeMembers(MemberTableBuilder<DTMListControl>& table);
+  const MemberTable& members() const override { return memberTableOf<DTMListControl>(); }
 
   using EnumeratedList::IDtmControl_Visible;
   // TooltipLabel stays as it is.
@@ -37,7 +36,6 @@ class DTMListControl : public EnumeratedList {
   bool deviceValueReceived() const { return deviceValueReceived_; }
 
  protected:
-  const MemberTable& members() const override;
   void CreateTooltip() override;
 
  private:

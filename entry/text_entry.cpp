@@ -152,16 +152,13 @@ void TextEntry::text(const std::string& value) {
   PropertyChanged("Text");
 }
 
-platform::Color TextEntry::BackColor() { return Text1_->BackColor(); }
-
-void TextEntry::BackColor(platform::Color value) {
-  Text1_->BackColor(value);
-  PropertyChanged("BackColor");
-}
-
 void TextEntry::ToolTipText(const std::string& value) {
   tooltipText_ = LocalizeText(value);
   PropertyChanged("ToolTipText");
+}
+
+void TextEntry::restoreToolTipText(TextEntry& box, const Variant& text) {
+  box.TooltipLabel_->ToolTipText(text.toText());
 }
 
 int16_t TextEntry::ValidateInput(int16_t& KeyAscii) {

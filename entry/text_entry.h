@@ -57,8 +57,6 @@ class TextEntry : public virtual IDTMControlFormatter, public DataControl {
   // Text1.Text.
   std::string text();
   void text(const std::string& value);
-  platform::Color BackColor();
-  void BackColor(platform::Color value);
   // Stored localized; it reaches the screen at the next rebuild of the tooltip.
   std::string ToolTipText() { return tooltipText_; }
   void ToolTipText(const std::string& value);
@@ -91,15 +89,23 @@ class TextEntry : public virtual IDTMControlFormatter, public DataControl {
   // the status child unstretched.
   void completeCreation();
 
-  // The member-table rows that both text boxes have.
+  // The member rows and the reading order of the bag that both text boxes have.
   template <class Self>
   static void addTextEntryMembers(MemberTableBuilder<Self>& table) {
     addDataControlMembers(table);
-    table.TESSALINE_PROPERTY(std::string, IDTMControlFormatter_EditFormat)
+    table
+        .forward("Text1", &TextEntry::Text1,
+                 {"BackColor",        "Appearance",  "Alignment",    "BorderStyle", "DataMember",
+                  "ForeColor",        "Font",        "MousePointer", "MouseIcon",   "Locked",
+                  "CausesValidation", "OLEDropMode", "OLEDragMode",  "RightToLeft", "PasswordChar",
+                  "SelText",          "SelStart",    "SelLength",    "LinkTopic",   "LinkTimeout",
+                  "LinkMode",         "LinkItem"})
+        .forward("Text1", &TextEntry::Text1, {"HideSelection", "MultiLine", "ScrollBars"},
+                 Forwarding::ReadOnly)
+        .TESSALINE_PROPERTY(std::string, IDTMControlFormatter_EditFormat)
         .TESSALINE_PROPERTY(std::string, IDTMControlFormatter_ScaleFormat)
         .TESSALINE_PROPERTY(TextDataType, TextType)
         .TESSALINE_PROPERTY(std::string, text)
-        .TESSALINE_PROPERTY(platform::Color, BackColor)
         .TESSALINE_PROPERTY(std::string, ToolTipText)
         .method("ValidateInput",
                 [](Self& s, DispatchArgs& a) {
@@ -108,12 +114,52 @@ class TextEntry : public virtual IDTMControlFormatter, public DataControl {
                   a[0] = Variant(key);
                   return Variant(result);
                 })
-        .method("ValidateInputOnChange",
-                [](Self& s, DispatchArgs&) { return Variant(s.ValidateInputOnChange()); })
-        .method("TestRegExp", [](Self& s, DispatchArgs& a) {
-          return Variant(s.TestRegExp(argument(a, 0).toText(), argument(a, 1).toText()));
-        });
+        .function("ValidateInputOnChange", &Self::ValidateInputOnChange)
+        .method("TestRegExp",
+                [](Self& s, DispatchArgs& a) {
+                  return Variant(s.TestRegExp(argument(a, 0).toText(), argument(a, 1).toText()));
+                })
+        .persist({"IDTMDataControl_Active",
+                  "IDtmControl_Enable",
+                  "IDTMDataControl_Hot",
+                  "IDtmControl_Visible",
+                  "IDTMDataControl_Name",
+                  "IDtmControl_Name",
+                  "IDTMControlFormatter_EditFormat",
+                  "IDTMDataControl_CanSubscribe",
+                  Persisted("IDTMDataControl_Value").withDefault("Text1"),
+                  "IDTMDataControl_PreviousValue",
+                  "IDTMDataControl_Access",
+                  "IDtmControl_DataMode",
+                  "IDTMDataControl_Source",
+                  "DataMember",
+                  "BackColor",
+                  "BorderStyle",
+                  "Appearance",
+                  "Alignment",
+                  "ForeColor",
+                  "Font",
+                  "MousePointer",
+                  "MouseIcon",
+                  "Locked",
+                  Persisted("ToolTipText").restoredBy(&TextEntry::restoreToolTipText),
+                  "TextType",
+                  "Text",
+                  "CausesValidation",
+                  "LinkMode",
+                  "LinkItem",
+                  "LinkTopic",
+                  "LinkTimeout",
+                  "SelText",
+                  "SelStart",
+                  "SelLength",
+                  "PasswordChar",
+                  "OLEDropMode",
+                  "OLEDragMode",
+                  "RightToLeft"});
   }
+  // A stored tooltip text goes to TooltipLabel, not to the control's own tooltip text.
+  static void restoreToolTipText(TextEntry& box, const Variant& text);
 
   // The differences of each text box.
   // The decimal separator of the patterns and of the appended separator.

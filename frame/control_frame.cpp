@@ -13,4 +13,18 @@ void ControlFrame::takeHost(const Ref<GenericDtm>& host, const std::string& logg
   logger_ = MakeLogger(host, loggerName);
 }
 
+void ControlFrame::ReadProperties(platform::PropertyBag& PropBag) {
+  for (const PersistedProperty& property : members().persisted()) {
+    if (property.readAs.empty()) continue;
+    property.restore(*this, PropBag.ReadProperty(property.readAs, property.defaultValue(*this)));
+  }
+}
+
+void ControlFrame::WriteProperties(platform::PropertyBag& PropBag) {
+  for (const PersistedProperty& property : members().persisted()) {
+    if (property.writtenAs.empty()) continue;
+    PropBag.WriteProperty(property.writtenAs, property.save(*this), property.defaultValue(*this));
+  }
+}
+
 }  // namespace tessaline

@@ -95,14 +95,10 @@ void DTMDynamicGuageControl::createChart() {
   });
 }
 
-const MemberTable& DTMDynamicGuageControl::members() const {
-  using Self = DTMDynamicGuageControl;
-  static const MemberTable table = [] {
-    MemberTableBuilder<Self> builder;
-    addGaugeMembers(builder);
-    return builder.build();
-  }();
-  return table;
+// No second name of the item, no limits of its own.
+void DTMDynamicGuageControl::describeMembers(MemberTableBuilder<DTMDynamicGuageControl>& table) {
+  addGaugeMembers(table);
+  table.remove("IDTMDataControl_Name");
 }
 
 }  // namespace tessaline

@@ -10,6 +10,8 @@ namespace tessaline {
 class DTMDynamicGuageControl : public GaugeControl {
  public:
   static std::shared_ptr<DTMDynamicGuageControl> create();
+  static void describeMembers(MemberTableBuilder<DTMDynamicGuageControl>& table);
+  const MemberTable& members() const override { return memberTableOf<DTMDynamicGuageControl>(); }
 
   void IDTMControl_Init(Ref<GenericDtm> genericDtm) override;
   // Only this gauge passes Visible on to its chart and caption.
@@ -29,9 +31,6 @@ class DTMDynamicGuageControl : public GaugeControl {
 
   const DynamicRange& range() const { return range_; }
   const Variant& unitValue() const { return unitValue_; }
-
- protected:
-  const MemberTable& members() const override;
 
  private:
   DTMDynamicGuageControl();

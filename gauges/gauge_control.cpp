@@ -17,9 +17,11 @@ constexpr int32_t kViewerWidth = 200;  // narrower than the 208-pixel picture
 
 GaugeControl::GaugeControl(const std::string& className, int32_t viewerHeight,
                            std::string valueLiteral)
-    : ControlFrame(className, nullptr),
+    : DataMembers(className, nullptr),
       viewerHeight_(viewerHeight),
       valueLiteral_(std::move(valueLiteral)) {
+  active_ = true;
+  canSubscribe_ = true;
   Label1_ = window_->createLabel("Label1");
   ChartViewer1_ = window_->createChartViewer("ChartViewer1");
   window_->events.Resize = [this] { Resize(); };
@@ -42,22 +44,19 @@ void GaugeControl::Resize() {
   ChartViewer1_->Height(viewerHeight_);
 }
 
-void GaugeControl::applyBackground() { BackColor(window_->AmbientBackColor()); }
+void GaugeControl::applyBackground() {
+  Label1_->BackColor(window_->AmbientBackColor());
+  PropertyChanged("BackColor");
+}
+
+void GaugeControl::restoreName(GaugeControl& gauge, const Variant& name) {
+  gauge.IDTMDataControl_Name(name.toText());
+}
 
 void GaugeControl::initFrame(const Ref<GenericDtm>& host, const std::string& loggerName) {
   takeHost(host, loggerName);
   applyBackground();
   Label1_->Caption(LocalizeText(caption_));
-}
-
-void GaugeControl::IDtmControl_DataMode(int32_t value) {
-  dataMode_ = value;
-  PropertyChanged("IDtmControl_DataMode");
-}
-
-void GaugeControl::IDtmControl_Name(const std::string& value) {
-  name_ = value;
-  PropertyChanged("IDtmControl_Name");
 }
 
 void GaugeControl::IDtmControl_Enable(bool value) {
@@ -68,21 +67,6 @@ void GaugeControl::IDtmControl_Enable(bool value) {
 void GaugeControl::IDtmControl_Visible(bool value) {
   visible_ = value;
   PropertyChanged("IDtmControl_Visible");
-}
-
-void GaugeControl::IDTMDataControl_Active(bool value) {
-  active_ = value;
-  PropertyChanged("IDTMDataControl_Active");
-}
-
-void GaugeControl::IDTMDataControl_CanSubscribe(bool value) {
-  canSubscribe_ = value;
-  PropertyChanged("IDTMDataControl_CanSubscribe");
-}
-
-void GaugeControl::IDTMDataControl_Source(int32_t value) {
-  source_ = value;
-  PropertyChanged("IDTMDataControl_Source");
 }
 
 void GaugeControl::IDTMDataControl_DataItemDef(Ref<Object> node) {
@@ -126,11 +110,6 @@ void GaugeControl::IDTMEnumeration_EnumDataDef(Ref<Object> node) {
 void GaugeControl::DTMDataGaugeControl_Unit(const std::string& value) {
   unitItem() = value;
   PropertyChanged("DTMDataGaugeControl_Unit");
-}
-
-void GaugeControl::BackColor(platform::Color value) {
-  Label1_->BackColor(value);
-  PropertyChanged("BackColor");
 }
 
 void GaugeControl::ToolTipText(const std::string& value) {

@@ -5,8 +5,6 @@
 
 #include "frame/control_frame.h"
 #include "frame/definitions.h"
-#include "frame/dispatch.h"
-#include "frame/interfaces.h"
 #include "platform/chart.h"
 #include "platform/chart_viewer.h"
 #include "support/tooltip.h"
@@ -17,40 +15,30 @@ namespace tessaline {
 // of data members that a host reaches by name only (a gauge is no IDTMDataControl), the
 // tooltip, and the hand-over of a drawn meter to the viewer. Each gauge states its own
 // drawing, its value's path and its literals.
-class GaugeControl : public virtual IDtmControl,
+class GaugeControl : public DataMembers<NoDataControlInterface>,
                      public virtual IDTMEnumeration,
-                     public virtual IDtmDataSubscriptionControl,
-                     public Dispatchable,
-                     public ControlFrame {
+                     public virtual IDtmDataSubscriptionControl {
  public:
   ~GaugeControl() override;
+
+  // A gauge new on its form starts in data mode 2.
+  void InitProperties() override { IDtmControl_DataMode(2); }
 
   // IDtmControl: host and container are ignored; Enable and Visible are only stored.
   Ref<GenericDtm> IDtmControl_GenericDtm() override { return nullptr; }
   void IDtmControl_GenericDtm(Ref<GenericDtm>) override {}
   Ref<DtmContainer> IDtmControl_DtmContainer() override { return nullptr; }
   void IDtmControl_DtmContainer(Ref<DtmContainer>) override {}
-  int32_t IDtmControl_DataMode() override { return dataMode_; }
-  void IDtmControl_DataMode(int32_t value) override;
-  std::string IDtmControl_Name() override { return name_; }
-  void IDtmControl_Name(const std::string& value) override;
   bool IDtmControl_Enable() override { return enable_; }
   void IDtmControl_Enable(bool value) override;
   bool IDtmControl_Visible() override { return visible_; }
   void IDtmControl_Visible(bool value) override;
 
-  // The reduced data members.
-  bool IDTMDataControl_Active() { return active_; }
-  void IDTMDataControl_Active(bool value);
-  bool IDTMDataControl_CanSubscribe() { return canSubscribe_; }
-  void IDTMDataControl_CanSubscribe(bool value);
-  int32_t IDTMDataControl_Source() { return source_; }
-  void IDTMDataControl_Source(int32_t value);
+  // The rest of the reduced data members.
   Ref<Object> IDTMDataControl_DataItemDef() { return dataItemNode_; }
   void IDTMDataControl_DataItemDef(Ref<Object> node);
   Ref<Object> IDTMDataControl_DeviceDataDef() { return deviceDataNode_; }
   void IDTMDataControl_DeviceDataDef(Ref<Object> node);
-  std::string IDTMDataControl_ErrorString() { return {}; }
   bool IDTMDataControl_Validate() { return true; }
   // The stored value through MatchType without a type name.
   Variant IDTMDataControl_Value();
@@ -67,8 +55,7 @@ class GaugeControl : public virtual IDtmControl,
   std::string DTMDataGaugeControl_Unit() { return unitItem(); }
   void DTMDataGaugeControl_Unit(const std::string& value);
 
-  platform::Color BackColor() { return Label1_->BackColor(); }
-  void BackColor(platform::Color value);
+  // Stored only: reads 0 and no object; writing only marks the property changed.
   int32_t MousePointer() { return 0; }
   void MousePointer(int32_t) { PropertyChanged("MousePointer"); }
   Ref<Object> MouseIcon() { return nullptr; }
@@ -110,62 +97,50 @@ class GaugeControl : public virtual IDtmControl,
   // The colour of the window around the control, read at creation and at IDTMControl_Init.
   void applyBackground();
 
+  // The member rows of every gauge, and the head of its reading order up to
+  // DTMDataGaugeControl_Unit; `limits` come behind it, then the tail that all three share.
+  // IDTMDataControl_Access is written from a field that nothing sets, and never read.
   template <class Self>
-  static void addGaugeMembers(MemberTableBuilder<Self>& table) {
-    table
-        .method("IDTMControl_Init",
-                [](Self& s, DispatchArgs& a) {
-                  s.IDTMControl_Init(fromVariant<Ref<GenericDtm>>(argument(a, 0)));
-                  return Variant();
-                })
-        .TESSALINE_PROPERTY(int32_t, IDtmControl_DataMode)
-        .TESSALINE_PROPERTY(std::string, IDtmControl_Name)
-        .TESSALINE_PROPERTY(bool, IDtmControl_Enable)
-        .TESSALINE_PROPERTY(bool, IDtmControl_Visible)
-        .TESSALINE_PROPERTY(Ref<GenericDtm>, IDtmControl_GenericDtm)
-        .TESSALINE_PROPERTY(Ref<DtmContainer>, IDtmControl_DtmContainer)
-        .TESSALINE_PROPERTY(bool, IDTMDataControl_Active)
-        .TESSALINE_PROPERTY(bool, IDTMDataControl_CanSubscribe)
-        .TESSALINE_PROPERTY(int32_t, IDTMDataControl_Source)
+  static void addGaugeMembers(MemberTableBuilder<Self>& table,
+                              std::initializer_list<Persisted> limits = {}) {
+    addDataMembers(table);
+    table.forward("Label1", &GaugeControl::Label1, {"BackColor"})
         .TESSALINE_PROPERTY(Ref<Object>, IDTMDataControl_DataItemDef)
         .TESSALINE_PROPERTY(Ref<Object>, IDTMDataControl_DeviceDataDef)
-        .TESSALINE_READONLY(std::string, IDTMDataControl_ErrorString)
-        .method("IDTMDataControl_Validate",
-                [](Self& s, DispatchArgs&) { return Variant(s.IDTMDataControl_Validate()); })
+        .function("IDTMDataControl_Validate", &Self::IDTMDataControl_Validate)
         .TESSALINE_PROPERTY(Variant, IDTMDataControl_Value)
-        .method("IDTMDataControl_SetDeviceValue",
-                [](Self& s, DispatchArgs& a) {
-                  s.IDTMDataControl_SetDeviceValue(argument(a, 0));
-                  return Variant();
-                })
-        .method("IDTMDataControl_SetUserValue",
-                [](Self& s, DispatchArgs& a) {
-                  s.IDTMDataControl_SetUserValue(argument(a, 0));
-                  return Variant();
-                })
+        .procedure("IDTMDataControl_SetDeviceValue", &Self::IDTMDataControl_SetDeviceValue)
+        .procedure("IDTMDataControl_SetUserValue", &Self::IDTMDataControl_SetUserValue)
         .TESSALINE_PROPERTY(std::string, IDTMDataControl_Caption)
         .TESSALINE_PROPERTY(Ref<Object>, IDTMEnumeration_EnumDataDef)
         .TESSALINE_PROPERTY(Variant, IDtmDataSubscriptionControl_SubscriptionItems)
-        .method("IDtmDataSubscriptionControl_UpdateSubscriptionValues",
-                [](Self& s, DispatchArgs& a) {
-                  s.IDtmDataSubscriptionControl_UpdateSubscriptionValues(argument(a, 0).toText(),
-                                                                         argument(a, 1));
-                  return Variant();
-                })
+        .procedure("IDtmDataSubscriptionControl_UpdateSubscriptionValues",
+                   &Self::IDtmDataSubscriptionControl_UpdateSubscriptionValues)
         .TESSALINE_PROPERTY(std::string, DTMDataGaugeControl_Unit)
-        .TESSALINE_PROPERTY(platform::Color, BackColor)
         .TESSALINE_PROPERTY(int32_t, MousePointer)
         .TESSALINE_PROPERTY(Ref<Object>, MouseIcon)
         .TESSALINE_PROPERTY(std::string, ToolTipText)
-        .method("getNoOfCharts", [](Self& s, DispatchArgs&) { return Variant(s.getNoOfCharts()); })
-        .method("createChart",
-                [](Self& s, DispatchArgs&) {
-                  s.createChart();
-                  return Variant();
-                })
-        .method("IsNotANumber",
-                [](Self& s, DispatchArgs& a) { return Variant(s.IsNotANumber(argument(a, 0))); });
+        .function("getNoOfCharts", &Self::getNoOfCharts)
+        .procedure("createChart", &Self::createChart)
+        .function("IsNotANumber", &Self::IsNotANumber)
+        .procedure("InitProperties", &Self::InitProperties)
+        .persist({"IDTMDataControl_Active", "IDtmControl_Enable", "IDtmControl_Visible",
+                  Persisted("IDTMDataControl_Name")
+                      .restoredBy(&GaugeControl::restoreName)
+                      .savedFrom(&GaugeControl::savedName),
+                  "IDtmControl_Name", "DTMDataGaugeControl_Unit"})
+        .persist(limits)
+        .persist({"IDTMDataControl_Caption", "IDTMDataControl_CanSubscribe",
+                  "IDTMDataControl_Value", "IDTMDataControl_Source", "IDtmControl_DataMode",
+                  Persisted("BackColor").withDefault(int32_t{0}),
+                  Persisted::writtenOnly("IDTMDataControl_Access")
+                      .withDefault(int32_t{2})
+                      .savedFrom(&GaugeControl::savedAccess)});
   }
+  // The bag's IDTMDataControl_Name is the gauge's one name, also where no member has it.
+  static void restoreName(GaugeControl& gauge, const Variant& name);
+  static Variant savedName(GaugeControl& gauge) { return Variant(gauge.name_); }
+  static Variant savedAccess(GaugeControl&) { return Variant(int32_t{0}); }
 
   std::unique_ptr<platform::Label> Label1_;
   std::unique_ptr<platform::ChartViewer> ChartViewer1_;
@@ -177,13 +152,8 @@ class GaugeControl : public virtual IDtmControl,
   Ref<Object> enumNode_;
   Ref<Object> dataItemNode_;
   Ref<Object> deviceDataNode_;
-  std::string name_;
-  int32_t dataMode_ = 2;
-  int32_t source_ = 0;
   bool enable_ = true;
   bool visible_ = true;
-  bool active_ = true;
-  bool canSubscribe_ = true;
 
   // UpdateGuageControl: the tooltip from the item's description.
   void UpdateGuageControl();

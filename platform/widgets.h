@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/font.h"
 #include "values/variant.h"
 
 // The standard child controls that the composite controls are built of, and the composite
@@ -158,8 +159,11 @@ struct RowPaint {
 inline constexpr int32_t kRowFocus = 0x10;
 
 // The combo box in drop-down list style: the user picks a row and can't type.
+// - A Locked combo box opens but takes no pick of the user; a row set by program still is.
 class ComboBox : public ListWidget {
  public:
+  virtual bool Locked() const = 0;
+  virtual void Locked(bool value) = 0;
   // Opens or closes the drop-down list, as the user's click on the arrow would.
   virtual void ShowDropDown(bool open) = 0;
   virtual bool DroppedDown() const = 0;
@@ -224,6 +228,8 @@ class UserControl {
   // The background colour of the window that holds this control, as its device context
   // paints it.
   virtual Color AmbientBackColor() const = 0;
+  // The font of the form that holds this control: what its children start with.
+  virtual Ref<StdFont> AmbientFont() const { return Ref<StdFont>(std::make_shared<StdFont>()); }
 
   virtual std::unique_ptr<TextBox> createTextBox(const std::string& name, bool multiLine) = 0;
   virtual std::unique_ptr<Label> createLabel(const std::string& name) = 0;
@@ -281,11 +287,6 @@ class TooltipService {
 };
 
 // The size that a text takes on the screen, in pixels: for labels that fit their caption.
-struct FontSpec {
-  std::string name = "MS Sans Serif";
-  double size = 8.25;
-  bool bold = false;
-};
 class TextMeasure {
  public:
   virtual ~TextMeasure() = default;
@@ -304,6 +305,17 @@ class Backend {
   virtual TooltipService& tooltips() = 0;
   virtual TextMeasure& textMeasure() = 0;
 };
+
+// A child's property by its name, as a composite control forwards it: the typed member where
+// the child has one of that name, else its pass-through property, which reads as the classic
+// control's design default until it is set. "Font" is the child's font object (made at first
+// use from the default font); FontBold, FontItalic, FontName, FontSize, FontStrikethru and
+// FontUnderline read and change it, and the changed font is set on the child again. Writing a
+// property that the child only reads raises 383.
+Variant childProperty(Widget& child, std::string_view name);
+void childProperty(Widget& child, std::string_view name, const Variant& value);
+// The child's font object.
+Ref<StdFont> childFont(Widget& child);
 
 // The backend of this thread; a control created without one raises a failure that says so.
 Backend& backend();

@@ -101,10 +101,11 @@ TEST_F(ComboBox2, AClickOnTheLabelOpensTheList) {
 TEST_F(ComboBox2, BothChildrenFollowEnableColoursAndTabOrder) {
   combo->IDtmControl_Enable(false);
   EXPECT_FALSE(combo->Label1().Enabled());
-  combo->ForeColor(255);
+  combo->let("ForeColor", 255);
   EXPECT_EQ(combo->Label1().ForeColor(), 255);
-  combo->BackColor(0x00FF00);
+  combo->let("BackColor", 0x00FF00);
   EXPECT_EQ(combo->Label1().BackColor(), 0x00FF00);
+  EXPECT_EQ(combo->Combo1().BackColor(), 0x00FF00);
   combo->TabIndex(4);
   EXPECT_EQ(combo->Combo1().TabIndex(), 4);
   EXPECT_EQ(combo->Label1().TabIndex(), 5);

@@ -16,8 +16,9 @@
 #include "entry/data_multi_line_text_box.h"
 #include "entry/data_text_box.h"
 #include "entry/list_control.h"
+#include "gauges/angular_gauge.h"
+#include "gauges/data_gauge.h"
 #include "gauges/dynamic_gauge.h"
-#include "gauges/ranged_gauge.h"
 #include "support.h"
 
 namespace tessaline {

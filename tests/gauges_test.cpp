@@ -3,8 +3,9 @@
 #include <cmath>
 #include <limits>
 
+#include "gauges/angular_gauge.h"
+#include "gauges/data_gauge.h"
 #include "gauges/dynamic_gauge.h"
-#include "gauges/ranged_gauge.h"
 #include "platform/chart/install.h"
 #include "platform/chart_recorder.h"
 #include "platform/picture.h"
@@ -370,7 +371,7 @@ TEST_F(GaugeTest, CaptionTooltipBackgroundAndLayout) {
   gauge->IDTMDataControl_Caption("caption_key");
   gauge->IDTMControl_Init(host);
   EXPECT_EQ(gauge->Label1().Caption(), "Pressure");
-  EXPECT_EQ(gauge->BackColor(), 0x00C0FFEE);
+  EXPECT_EQ(gauge->get("BackColor"), Variant(0x00C0FFEE));
   gauge->IDTMDataControl_DataItemDef(
       testing::element(R"(<dataItem name="PV" description="desc_key"/>)"));
   EXPECT_EQ(gauge->ToolTipText(), "Outlet pressure of pump 1");

@@ -75,7 +75,7 @@ TEST_F(DataLabel, HasNoMarkAndStaysEnabledWhateverAccessSays) {
   label->IDtmControl_Enable(false);
   EXPECT_TRUE(label->Label1().Enabled());
   EXPECT_TRUE(label->IDtmControl_Enable());
-  label->Enabled(false);
+  label->let("Enabled", false);
   EXPECT_FALSE(label->IDtmControl_Enable());
   label->IDTMDataControl_SetUserValue(Variant(3));
   EXPECT_EQ(caption(), "");

@@ -2,8 +2,9 @@
 #include <memory>
 
 #include "apps/demo/scenes.h"
+#include "gauges/angular_gauge.h"
+#include "gauges/data_gauge.h"
 #include "gauges/dynamic_gauge.h"
-#include "gauges/ranged_gauge.h"
 #include "host/reference_host.h"
 #include "platform/chart/codecs.h"
 #include "platform/chart_recorder.h"

@@ -473,7 +473,7 @@ void ComboBox::pick(int32_t row) {
     dropped_ = true;
     hover_ = row;
     dropped_ = false;
-    ListIndex(row);
+    if (!locked_) ListIndex(row);
   });
 }
 
@@ -519,18 +519,19 @@ void Label::AutoSize(bool value) {
   if (autoSize_) fit();
 }
 
+void Label::property(std::string_view name, const Variant& value) {
+  Widget::property(name, value);
+  if (autoSize_ && equalsIgnoreCaseAscii(name, "Font")) fit();
+}
+
 void Label::click() {
   if (!reachable()) return;
   userAction([&] { raise(events.Click); });
 }
 
 void Label::fit() {
-  platform::FontSpec font;
-  if (const Variant size = property("FontSize"); !size.isEmpty()) font.size = size.toDouble();
-  if (const Variant bold = property("FontBold"); !bold.isEmpty()) font.bold = bold.toBool();
-  if (const Variant name = property("FontName"); !name.isEmpty()) font.name = name.toText();
   int32_t width = 0, height = 0;
-  current().textMeasure().measure(caption_, font, width, height);
+  current().textMeasure().measure(caption_, platform::childFont(*this)->spec(), width, height);
   width_ = width * 15;
   height_ = height * 15;
 }

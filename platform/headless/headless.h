@@ -295,8 +295,11 @@ class ComboBox : public ListRows<platform::ComboBox> {
 
   void ShowDropDown(bool open) override { dropped_ = open; }
   bool DroppedDown() const override { return dropped_; }
+  bool Locked() const override { return locked_; }
+  void Locked(bool value) override { locked_ = value; }
 
-  // The user opens the list with the arrow, moves the mouse over a row and clicks it.
+  // The user opens the list with the arrow, moves the mouse over a row and clicks it. A locked
+  // box opens and closes again with its row unchanged.
   void pick(int32_t row);
   // The user opens the list and moves the mouse over a row.
   void open();
@@ -307,6 +310,7 @@ class ComboBox : public ListRows<platform::ComboBox> {
 
  private:
   bool dropped_ = false;
+  bool locked_ = false;
   int32_t hover_ = -1;
 };
 
@@ -331,6 +335,9 @@ class Label : public Widget<platform::Label> {
   void Caption(const std::string& value) override;
   bool AutoSize() const override { return autoSize_; }
   void AutoSize(bool value) override;
+  using Widget::property;
+  // A new font refits a self-sizing label.
+  void property(std::string_view name, const Variant& value) override;
 
   // A click on the label.
   void click();
