@@ -39,10 +39,10 @@ void DTMDataLabel::IDTMDataControl_SetDeviceValue(const Variant& value) {
 // Compared as text, so the number 3 finds the code "3"; the last matching entry wins.
 void DTMDataLabel::UpdateCaption() {
   bool found = false;
-  if (entries_.hasBounds() && !storedValue_.isNull()) {
-    for (int32_t i = 0; i < entries_.upperBound(); ++i) {
-      if (storedValue_.toText() == entries_[i].code) {
-        Label1_->Caption(entries_[i].Local);
+  if (!storedValue_.isNull()) {
+    for (const EnumData& entry : entries_.usedSlots()) {
+      if (storedValue_.toText() == entry.code) {
+        Label1_->Caption(entry.Local);
         found = true;
       }
     }

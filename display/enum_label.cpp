@@ -66,9 +66,8 @@ void EnumLabel::IDTMEnumeration_EnumDataDef(Ref<Object> node) {
 
 void EnumLabel::IDTMEnumeration1_UpdateEnumString(const std::string& code,
                                                   const std::string& Label) {
-  if (!entries_.hasBounds()) return;
-  for (int32_t i = 0; i < entries_.upperBound(); ++i) {
-    if (entries_[i].code == code) entries_[i].Local = Label;
+  for (EnumData& entry : entries_.usedSlots()) {
+    if (entry.code == code) entry.Local = Label;
   }
 }
 
@@ -87,10 +86,9 @@ void EnumLabel::ToolTipText(const std::string& value) {
 
 // Only a caption that equals one entry's text finds its code; the last match wins.
 void EnumLabel::GetLabelValue() {
-  if (!entries_.hasBounds()) return;
   const std::string caption = Label1_->Caption();
-  for (int32_t i = 0; i < entries_.upperBound(); ++i) {
-    if (caption == entries_[i].Local) storedValue_ = Variant(entries_[i].code);
+  for (const EnumData& entry : entries_.usedSlots()) {
+    if (caption == entry.Local) storedValue_ = Variant(entry.code);
   }
 }
 

@@ -77,10 +77,10 @@ void DTMDataLaunchLabel::UpdateCaption() {
   static const std::string kNone(1, '0');
   flagText_ = kNone;
   if (!entries_.hasBounds() || storedValue_.isNull()) return;
-  for (int32_t i = 0; i < entries_.upperBound(); ++i) {
-    const int32_t mask = Variant(entries_[i].code).toInt32();
+  for (const EnumData& entry : entries_.usedSlots()) {
+    const int32_t mask = Variant(entry.code).toInt32();
     if ((storedValue_.toInt32() & mask) == mask) {
-      flagText_ = flagText_ == kNone ? entries_[i].Local : flagText_ + " | " + entries_[i].Local;
+      flagText_ = flagText_ == kNone ? entry.Local : flagText_ + " | " + entry.Local;
     }
   }
   Label1_->Caption(defaultText_ + flagText_);

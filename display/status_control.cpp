@@ -32,8 +32,8 @@ void DTMStatusControl::IDTMControl_Init(Ref<GenericDtm> genericDtm) {
 void DTMStatusControl::IDTMStatusControl_Mode(int32_t value) {
   mode_ = value;
   Image1_->Picture(nullptr);
-  if (value == 0) IDTMStatusControl_Text("");
-  if (value > 100) {
+  if (value == StatusMode::None) IDTMStatusControl_Text("");
+  if (value > StatusMode::Quiet) {
     Image1_->Picture(LoadResPicture(value));
     IDTMStatusControl_Text(LoadResString(value));
   }

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "frame/control_frame.h"
+#include "frame/definitions.h"
 #include "support/tooltip.h"
 
 namespace tessaline {

@@ -44,11 +44,11 @@ std::string DTMDataMultiLnTextBox::editPatternFor(const std::string& format) {
 // A minus at position 0 or 1, and only one.
 void DTMDataMultiLnTextBox::applyNumbersRules(int16_t& KeyAscii) {
   const std::string text = Text1_->Text();
-  if (KeyAscii == 46 && text.find('.') != std::string::npos) {
+  if (KeyAscii == platform::keys::kPeriod && text.find('.') != std::string::npos) {
     KeyAscii = 0;
-  } else if (KeyAscii == 45 && Text1_->SelStart() > 1) {
+  } else if (KeyAscii == platform::keys::kMinus && Text1_->SelStart() > 1) {
     KeyAscii = 0;
-  } else if (KeyAscii == 45 && text.find('-') != std::string::npos) {
+  } else if (KeyAscii == platform::keys::kMinus && text.find('-') != std::string::npos) {
     KeyAscii = 0;
   }
 }

@@ -69,9 +69,9 @@ void DTMDataTextBox::applyNumbersRules(int16_t& KeyAscii) {
   if (KeyAscii == firstCharacterKey(separator) &&
       text.find(keyText(KeyAscii)) != std::string::npos) {
     KeyAscii = 0;
-  } else if (KeyAscii == 45 && Text1_->SelStart() != 0) {
+  } else if (KeyAscii == platform::keys::kMinus && Text1_->SelStart() != 0) {
     KeyAscii = 0;
-  } else if (KeyAscii == 45 && text.find('-') != std::string::npos) {
+  } else if (KeyAscii == platform::keys::kMinus && text.find('-') != std::string::npos) {
     Text1_->Text("");
   }
 }

@@ -5,7 +5,7 @@
 namespace tessaline {
 
 DropDownList::DropDownList(const std::string& className, const std::string& loggerName)
-    : EnumeratedList(className, loggerName, ListKind::Combo1, IncludeIf::Honoured, 0,
+    : EnumeratedList(className, loggerName, ListKind::Combo1, IncludeIf::Honoured, StatusMode::None,
                      &DeviceDataItem::Help, "Error in CreateTooltip of DtmDataCombo ") {
   Combo1().events.Click = [this] { Combo1_Click(); };
   TooltipLabel_->ToolTipText("Welcome");

@@ -1,5 +1,6 @@
 #include "entry/edit_patterns.h"
 
+#include "platform/widgets.h"
 #include "values/text.h"
 #include "values/vb_error.h"
 
@@ -29,19 +30,22 @@ void widthAndPrecision(const std::string& rest, std::string& width, std::string&
 
 }  // namespace
 
+// Character codes, both ends of a range included.
 bool keptByTextType(TextDataType type, int16_t key, int16_t separatorKey) {
+  using platform::keys::kBack;
+  using platform::keys::kMinus;
   switch (type) {
     case TextDataType::Numbers:
-      return key == 8 || key == 45 || key == separatorKey || between(key, 48, 57);
+      return key == kBack || key == kMinus || key == separatorKey || between(key, 48, 57);
     case TextDataType::AlphaNumeric:
-      return key == 8 || key == 32 || between(key, 48, 57) || between(key, 65, 90) ||
+      return key == kBack || key == 32 || between(key, 48, 57) || between(key, 65, 90) ||
              between(key, 97, 122);
     case TextDataType::Alphabets:
-      return key == 8 || between(key, 65, 90) || between(key, 97, 122);
+      return key == kBack || between(key, 65, 90) || between(key, 97, 122);
     case TextDataType::Latin1:
-      return key == 8 || between(key, 32, 126);
+      return key == kBack || between(key, 32, 126);
     case TextDataType::PackedAscii:
-      return key == 8 || between(key, 32, 95) || between(key, 97, 122);
+      return key == kBack || between(key, 32, 95) || between(key, 97, 122);
   }
   return true;
 }

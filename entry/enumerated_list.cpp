@@ -121,15 +121,16 @@ void EnumeratedList::ReadEnumData() {
 
 void EnumeratedList::FillList() {
   list_->Clear();
-  if (!entries_.hasBounds()) return;
-  for (int32_t i = 0; i < entries_.upperBound(); ++i) list_->AddItem(entries_[i].Local);
+  for (const EnumData& entry : entries_.usedSlots()) list_->AddItem(entry.Local);
 }
 
-// Selecting a row by program raises the list's click, so the click handling runs here.
+// Selecting a row by program raises the list's click, so the click handling runs here, and a
+// host's handler may load another table meanwhile: the entries are reached by position.
 bool EnumeratedList::selectRowsOfValue(const std::function<void()>& onMatch) {
   if (!entries_.hasBounds() || storedValue_.isNull()) return false;
   bool found = false;
-  for (int32_t i = 0; i < entries_.upperBound(); ++i) {
+  const int32_t count = entries_.usedCount();
+  for (int32_t i = 0; i < count; ++i) {
     if (storedValue_.toText() == entries_[i].code) {
       list_->ListIndex(i);
       if (onMatch) onMatch();
@@ -141,10 +142,9 @@ bool EnumeratedList::selectRowsOfValue(const std::function<void()>& onMatch) {
 }
 
 void EnumeratedList::GetComboValue() {
-  if (!entries_.hasBounds()) return;
   const std::string shown = list_->Text();
-  for (int32_t i = 0; i < entries_.upperBound(); ++i) {
-    if (shown == entries_[i].Local) storedValue_ = Variant(entries_[i].code);
+  for (const EnumData& entry : entries_.usedSlots()) {
+    if (shown == entry.Local) storedValue_ = Variant(entry.code);
   }
 }
 
@@ -165,7 +165,7 @@ void EnumeratedList::markHot(bool value) {
     baselineText_ = IDTMDataControl_Value().toText();
   } else {
     paintList(colors::kYellow);
-    DTMStatusControl1_->IDTMStatusControl_Mode(102);
+    DTMStatusControl1_->IDTMStatusControl_Mode(StatusMode::ValueChanged);
   }
   PropertyChanged("IDTMDataControl_Hot");
   PropertyChanged("BackColor");

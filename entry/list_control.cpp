@@ -7,8 +7,9 @@ std::shared_ptr<DTMListControl> DTMListControl::create() {
 }
 
 DTMListControl::DTMListControl()
-    : EnumeratedList("DTMListControl", "DTMDataComboBox", ListKind::List1, IncludeIf::Ignored, 100,
-                     &DeviceDataItem::Description, "Error in CreateTooltip of ListControl ") {
+    : EnumeratedList("DTMListControl", "DTMDataComboBox", ListKind::List1, IncludeIf::Ignored,
+                     StatusMode::Quiet, &DeviceDataItem::Description,
+                     "Error in CreateTooltip of ListControl ") {
   List1().events.Click = [this] { List1_Click(); };
 }
 

@@ -85,14 +85,14 @@ void TextEntry::IDtmControl_Enable(bool value) {
 void TextEntry::IDTMDataControl_Hot(bool value) {
   hot_ = value;
   if (!value) {
-    DTMStatusControl1_->IDTMStatusControl_Mode(0);
+    DTMStatusControl1_->IDTMStatusControl_Mode(StatusMode::None);
     Text1_->BackColor(colors::kWindow);
     baselineText_ = Text1_->Text();
   } else {
     Text1_->BackColor(colors::kYellow);
     // An invalid changed value keeps its 104 beside the yellow.
-    if (DTMStatusControl1_->IDTMStatusControl_Mode() != 104) {
-      DTMStatusControl1_->IDTMStatusControl_Mode(102);
+    if (DTMStatusControl1_->IDTMStatusControl_Mode() != StatusMode::InvalidValue) {
+      DTMStatusControl1_->IDTMStatusControl_Mode(StatusMode::ValueChanged);
     }
   }
   PropertyChanged("IDTMDataControl_Hot");
@@ -162,7 +162,7 @@ void TextEntry::restoreToolTipText(TextEntry& box, const Variant& text) {
 }
 
 int16_t TextEntry::ValidateInput(int16_t& KeyAscii) {
-  if (KeyAscii == 8) return KeyAscii;
+  if (KeyAscii == platform::keys::kBack) return KeyAscii;
   return fitsEditPattern(Text1_->Text() + keyText(KeyAscii)) ? KeyAscii : int16_t{0};
 }
 
@@ -252,14 +252,14 @@ void TextEntry::Text1_KeyDown(int16_t& KeyCode, int16_t& Shift) {
   if ((Shift & 7) != platform::shift::kCtrl) return;
   platform::Clipboard& clipboard = platform::backend().clipboard();
   switch (KeyCode) {
-    case 67:
+    case platform::keys::kC:
       clipboard.Clear();
       clipboard.SetText(Text1_->SelText());
       break;
-    case 86:
+    case platform::keys::kV:
       Text1_->SelText(clipboard.GetText());
       break;
-    case 88:
+    case platform::keys::kX:
       clipboard.Clear();
       clipboard.SetText(Text1_->SelText());
       Text1_->SelText("");
@@ -312,7 +312,7 @@ void TextEntry::CheckValueWithHost() {
   const std::string itemName = IDtmControl_Name();
   const Variant value = IDTMDataControl_Value();
   host_->ValidateItemValue(itemName, value, errorText, valid);
-  IDTMDataControl_SetMode(valid ? 0 : 104, errorText);
+  IDTMDataControl_SetMode(valid ? StatusMode::None : StatusMode::InvalidValue, errorText);
 }
 
 DataTypeController& TextEntry::dataTypeController() {

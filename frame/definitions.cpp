@@ -94,8 +94,6 @@ std::optional<VbArray<EnumData>> readEnumeration(const Ref<Object>& definition, 
   return table;
 }
 
-bool hasEnumData(const VbArray<EnumData>& table) {
-  return table.hasBounds() && table.upperBound() > 0;
-}
+bool hasEnumData(const VbArray<EnumData>& table) { return table.usedCount() > 0; }
 
 }  // namespace tessaline

@@ -29,6 +29,19 @@ enum class AppearanceValues : int32_t { Flat = 0, ThreeD = 1 };
 enum class AlignmentPropertyValues : int32_t { LeftJustify = 0, RightJustify = 1, Center = 2 };
 enum class BorderStylePropertyValues : int32_t { None = 0, FixedSingle = 1 };
 
+// Values of IDTMStatusControl_Mode.
+namespace StatusMode {
+inline constexpr int32_t None = 0;
+// Nothing to show either, with the text kept: what persisted status icons start with.
+inline constexpr int32_t Quiet = 100;
+inline constexpr int32_t ReadError = 101;
+inline constexpr int32_t ValueChanged = 102;
+inline constexpr int32_t WriteError = 103;
+inline constexpr int32_t InvalidValue = 104;
+inline constexpr int32_t DataNotLoaded = 105;
+inline constexpr int32_t DynamicValue = 106;
+}  // namespace StatusMode
+
 // The record of one dataItem: its attributes as text, and the "validators" attribute node.
 struct DeviceDataItem {
   std::string name;

@@ -128,10 +128,10 @@ void GaugeControl::UpdateGuageControl() {
 std::string GaugeControl::UnitText(const Variant& unitValue, bool unknownUnits) {
   std::string result = unitValue.toText();
   bool found = false;
-  if (units_.hasBounds() && !unitValue.isNull()) {
-    for (int32_t i = 0; i < units_.upperBound(); ++i) {
-      if (unitValue.toText() == units_[i].code) {
-        result = units_[i].Local;
+  if (!unitValue.isNull()) {
+    for (const EnumData& unit : units_.usedSlots()) {
+      if (unitValue.toText() == unit.code) {
+        result = unit.Local;
         found = true;
       }
     }

@@ -51,9 +51,8 @@ void RangedGauge::IDtmDataSubscriptionControl_UpdateSubscriptionValues(const std
 
 void RangedGauge::IDTMEnumeration1_UpdateEnumString(const std::string& code,
                                                     const std::string& Label) {
-  if (!units_.hasBounds()) return;
-  for (int32_t i = 0; i < units_.upperBound(); ++i) {
-    if (units_[i].code == code) units_[i].Local = Label;
+  for (EnumData& unit : units_.usedSlots()) {
+    if (unit.code == code) unit.Local = Label;
   }
 }
 

@@ -29,6 +29,18 @@ inline constexpr Color kYellow = 0x0000FFFF;
 inline constexpr Color kWhite = 0x00FFFFFF;
 }  // namespace colors
 
+// Key codes and characters that the controls look at.
+namespace keys {
+inline constexpr int16_t kBack = 8;
+inline constexpr int16_t kReturn = 13;
+inline constexpr int16_t kMinus = 45;   // the character '-'
+inline constexpr int16_t kPeriod = 46;  // the character '.'
+// The letter keys of copy, paste and cut with Ctrl.
+inline constexpr int16_t kC = 67;
+inline constexpr int16_t kV = 86;
+inline constexpr int16_t kX = 88;
+}  // namespace keys
+
 // Shift states of key events.
 namespace shift {
 inline constexpr int16_t kShift = 1;

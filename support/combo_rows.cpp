@@ -21,11 +21,9 @@ constexpr int32_t kMostRecords = 32767;
 
 int16_t findIn(const VbArray<ComboIndexRecord>& records, platform::WindowHandle hWnd,
                bool wantRow) {
-  if (!records.hasBounds()) return -1;
-  for (int32_t i = 0; i < records.upperBound(); ++i) {
-    if (records[i].hWnd == hWnd) {
-      return static_cast<int16_t>(wantRow ? records[i].index : i);
-    }
+  const auto used = records.usedSlots();
+  for (size_t i = 0; i < used.size(); ++i) {
+    if (used[i].hWnd == hWnd) return static_cast<int16_t>(wantRow ? used[i].index : i);
   }
   return -1;
 }

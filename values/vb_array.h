@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "values/vb_error.h"
@@ -27,6 +29,18 @@ class VbArray {
     items_->resize(static_cast<size_t>(upper + 1));
   }
   void erase() { items_.reset(); }
+
+  // The tables of entries keep one empty slot behind their entries, and every reader walks
+  // from 0 to one below the upper bound: these are the entries; none without bounds.
+  int32_t usedCount() const {
+    return items_ ? std::max(static_cast<int32_t>(items_->size()) - 1, 0) : 0;
+  }
+  std::span<T> usedSlots() {
+    return items_ ? std::span<T>(*items_).first(usedCount()) : std::span<T>();
+  }
+  std::span<const T> usedSlots() const {
+    return items_ ? std::span<const T>(*items_).first(usedCount()) : std::span<const T>();
+  }
 
   T& operator[](int32_t index) { return items_->at(checked(index)); }
   const T& operator[](int32_t index) const { return items_->at(checked(index)); }

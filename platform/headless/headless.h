@@ -24,8 +24,8 @@ class UserControl;
 
 // Key codes of the keys that tests press.
 namespace keys {
-inline constexpr int16_t kBack = 8;
-inline constexpr int16_t kReturn = 13;
+using platform::keys::kBack;
+using platform::keys::kReturn;
 inline constexpr int16_t kShift = 16;
 inline constexpr int16_t kControl = 17;
 inline constexpr int16_t kDelete = 46;
