@@ -22,7 +22,7 @@ Ref<Picture> decode(const uint8_t* data, size_t size) {
       image.pixels.size() != static_cast<size_t>(image.width) * static_cast<size_t>(image.height)) {
     return nullptr;
   }
-  return std::make_shared<Picture>(std::move(image));
+  return std::make_shared<Picture>(std::move(image), std::vector<uint8_t>(data, data + size));
 }
 }  // namespace
 

@@ -22,13 +22,18 @@ struct PixelImage {
 // A picture object: what an image control or a chart viewer shows. Immutable once made.
 class Picture : public Object {
  public:
-  explicit Picture(PixelImage image) : image_(std::move(image)) {}
+  explicit Picture(PixelImage image, std::vector<uint8_t> encoded = {})
+      : image_(std::move(image)), encoded_(std::move(encoded)) {}
   int32_t Width() const { return image_.width; }
   int32_t Height() const { return image_.height; }
   const PixelImage& image() const { return image_; }
+  // The bytes the picture was read from, so that a form can save it as it came; empty for a
+  // picture drawn in memory.
+  const std::vector<uint8_t>& encoded() const { return encoded_; }
 
  private:
   PixelImage image_;
+  std::vector<uint8_t> encoded_;
 };
 
 // An encoded image held as one object, so that a chart's bytes travel in a value without

@@ -50,6 +50,8 @@ std::string_view standardErrorText(int32_t number) {
       return "Invalid property array index";
     case 424:
       return "Object required";
+    case 429:
+      return "ActiveX component can't create object";
     case 438:
       return "Object doesn't support this property or method";
     case 440:
@@ -68,6 +70,8 @@ std::string_view standardErrorText(int32_t number) {
       return "There is already a control with the name";
     case 730:
       return "Control not found";
+    case 31037:
+      return "Error loading from file";
     case 5017:
       return "Syntax error in regular expression";
     case err::Failed:

@@ -18,12 +18,14 @@ inline constexpr int32_t DivisionByZero = 11;
 inline constexpr int32_t TypeMismatch = 13;
 inline constexpr int32_t InternalError = 51;
 inline constexpr int32_t FileNotFound = 53;
+inline constexpr int32_t PathFileAccess = 75;
 inline constexpr int32_t ObjectNotSet = 91;
 inline constexpr int32_t InvalidUseOfNull = 94;
 inline constexpr int32_t ResourceNotFound = 326;
 inline constexpr int32_t InvalidPropertyValue = 380;
 inline constexpr int32_t ReadOnlyProperty = 383;
 inline constexpr int32_t ObjectRequired = 424;
+inline constexpr int32_t CantCreateObject = 429;
 inline constexpr int32_t MemberNotSupported = 438;
 inline constexpr int32_t ArgumentNotOptional = 449;
 inline constexpr int32_t WrongArgumentCount = 450;
@@ -33,6 +35,7 @@ inline constexpr int32_t InvalidClassString = 711;
 inline constexpr int32_t ControlNameTaken = 727;
 inline constexpr int32_t ControlNotFound = 730;
 inline constexpr int32_t RegExpSyntax = 5017;
+inline constexpr int32_t FileLoadError = 31037;
 inline constexpr int32_t Failed = -2147467259;  // E_FAIL, as a failed platform call reports it
 }  // namespace err
 

@@ -1,0 +1,70 @@
+#include "server/class_catalogue.h"
+
+#include "display/data_label.h"
+#include "display/launch_label.h"
+#include "display/static_label.h"
+#include "display/status_control.h"
+#include "entry/data_combo_box.h"
+#include "entry/data_combo_box2.h"
+#include "entry/data_multi_line_text_box.h"
+#include "entry/data_text_box.h"
+#include "entry/list_control.h"
+#include "frame/data_type_controller.h"
+#include "gauges/angular_gauge.h"
+#include "gauges/data_gauge.h"
+#include "gauges/dynamic_gauge.h"
+#include "support/tooltip.h"
+
+namespace tessaline {
+
+namespace {
+
+template <class C>
+CatalogueEntry control(std::string_view name) {
+  return {findClassIdentity(name), [] { return Ref<Object>(C::create()); }, &memberTableOf<C>};
+}
+
+const std::vector<CatalogueEntry>& entries() {
+  static const std::vector<CatalogueEntry> list = {
+      {findClassIdentity("DataTypeController"), nullptr, nullptr},
+      {findClassIdentity("Logger"), nullptr, nullptr},
+      {findClassIdentity("cTooltip"), [] { return Ref<Object>(std::make_shared<cTooltip>()); },
+       nullptr},
+      control<DTMDataComboBox>("DTMDataComboBox"),
+      control<DTMDataLabel>("DTMDataLabel"),
+      control<DTMDataTextBox>("DTMDataTextBox"),
+      control<DTMStatusControl>("DTMStatusControl"),
+      control<DTMDataGuageControl>("DTMDataGuageControl"),
+      control<DTMListControl>("DTMListControl"),
+      control<DtmStaticLabel>("DtmStaticLabel"),
+      control<DTMDataAngularGuage>("DTMDataAngularGuage"),
+      control<DTMDynamicGuageControl>("DTMDynamicGuageControl"),
+      control<DTMDataMultiLnTextBox>("DTMDataMultiLnTextBox"),
+      control<DTMDataComboBox2>("DTMDataComboBox2"),
+      control<DTMDataLaunchLabel>("DTMDataLaunchLabel"),
+  };
+  return list;
+}
+
+}  // namespace
+
+std::span<const CatalogueEntry> catalogue() { return entries(); }
+
+const CatalogueEntry* findClass(std::string_view key) {
+  const ClassIdentity* identity = findClassIdentity(key);
+  if (!identity) return nullptr;
+  for (const CatalogueEntry& entry : entries()) {
+    if (entry.identity == identity) return &entry;
+  }
+  return nullptr;
+}
+
+Ref<Object> CreateObject(std::string_view progIdOrClassId) {
+  const CatalogueEntry* entry = findClass(progIdOrClassId);
+  if (!entry || !entry->create || !entry->identity->creatable()) {
+    throw VbError(err::CantCreateObject);
+  }
+  return entry->create();
+}
+
+}  // namespace tessaline
