@@ -23,7 +23,7 @@ void ControlFrame::ReadProperties(platform::PropertyBag& PropBag) {
 void ControlFrame::WriteProperties(platform::PropertyBag& PropBag) {
   for (const PersistedProperty& property : members().persisted()) {
     if (property.writtenAs.empty()) continue;
-    PropBag.WriteProperty(property.writtenAs, property.save(*this), property.defaultValue(*this));
+    PropBag.WriteProperty(property.writtenAs, property.save(*this), property.writtenDefault(*this));
   }
 }
 

@@ -79,6 +79,8 @@ Variant ambientFont(Dispatchable& control) {
 struct StandardRow {
   const char* name;
   DefaultOf value;
+  // Where the reading default is the control's own state, the default it is written with.
+  DefaultOf written = {};
 };
 
 // The properties of the bag with the defaults under which every control that has them reads
@@ -92,8 +94,8 @@ const std::vector<StandardRow>& standardRows() {
       {"IDtmControl_Visible", constant(true)},
       {"IDTMDataControl_Name", constant("")},
       // The name that IDTMDataControl_Name has just brought, where the control has both.
-      {"IDtmControl_Name", current("IDtmControl_Name")},
-      {"IDTMControl_Name", current("IDtmControl_Name")},
+      {"IDtmControl_Name", current("IDtmControl_Name"), constant("")},
+      {"IDTMControl_Name", current("IDtmControl_Name"), constant("")},
       {"IDTMDataControl_Value", constant("")},
       {"IDTMDataControl_PreviousValue", constant("")},
       {"IDTMDataControl_Access", constant(int32_t{2})},
@@ -101,7 +103,7 @@ const std::vector<StandardRow>& standardRows() {
       {"IDTMDataControl_Source", constant(int32_t{0})},
       {"IDTMDataControl_CanSubscribe", constant(true)},
       {"IDTMDataControl_Caption", constant("")},
-      {"IDTMControlFormatter_EditFormat", current("IDTMControlFormatter_EditFormat")},
+      {"IDTMControlFormatter_EditFormat", current("IDTMControlFormatter_EditFormat"), constant("")},
       {"IDtmDataControlCaption_Text", constant("")},
       {"DTMDataGaugeControl_Unit", constant("")},
       {"DTMDataGaugeControl_LowerRange", constant("")},
@@ -150,10 +152,10 @@ const std::vector<StandardRow>& standardRows() {
 
 }  // namespace
 
-DefaultOf standardDefault(std::string_view name) {
+StandardDefault standardDefault(std::string_view name) {
   for (const StandardRow& row : standardRows()) {
     // With case: the table's spelling is the one the bag uses.
-    if (name == row.name) return row.value;
+    if (name == row.name) return {row.value, row.written ? row.written : row.value};
   }
   throw VbError(err::InvalidPropertyValue, "no standard default for " + std::string(name));
 }

@@ -49,10 +49,17 @@ struct PersistedProperty {
   // Written under this name; empty for a property that is read and never written.
   std::string writtenAs;
   DefaultOf defaultValue;
+  // The default it is written with: the same, but where the reading default is what the
+  // control holds at that moment (the name just read, the format in force). Compared with the
+  // value itself, that would keep such a property out of the bag for good.
+  DefaultOf writtenDefault;
   // Where a value read from the bag goes: the member's setter unless the control says else.
   Setter restore;
   // What is written: the member's getter unless the control says else.
   Getter save;
+  // False where a value read goes elsewhere than where the getter reads: such a property
+  // doesn't come back as it was saved.
+  bool restoresItsOwnMember = true;
 };
 
 class MemberTable {
@@ -140,9 +147,13 @@ T fromVariant(const Variant& value) {
 // The argument at a position, 449 when it is missing.
 const Variant& argument(const DispatchArgs& args, size_t index);
 
-// The default of a property of the bag by its name, as every control that has the property
+// The defaults of a property of the bag by its name, as every control that has the property
 // reads and writes it; what a control does otherwise, its own row says. Unknown names fail.
-DefaultOf standardDefault(std::string_view name);
+struct StandardDefault {
+  DefaultOf read;
+  DefaultOf written;
+};
+StandardDefault standardDefault(std::string_view name);
 
 // One entry of a control's reading order. A plain name is read and written under that name
 // with the standard default, restored through the member's setter and saved from its getter.
@@ -163,6 +174,7 @@ struct Persisted {
   // Another default than the standard one.
   Persisted&& withDefault(Variant value) && {
     defaultValue = [value = std::move(value)](Dispatchable&) { return value; };
+    writtenDefault = defaultValue;
     return std::move(*this);
   }
   // Read under one name and written under another.
@@ -191,6 +203,7 @@ struct Persisted {
   std::string readAs;
   std::string writtenAs;
   DefaultOf defaultValue;
+  DefaultOf writtenDefault;
   Setter restore;
   Getter save;
 };
@@ -297,9 +310,13 @@ class MemberTableBuilder {
     for (const Persisted& row : rows) {
       const std::string& name = row.readAs.empty() ? row.writtenAs : row.readAs;
       const Member* member = table_.find(name);
-      PersistedProperty property{row.readAs, row.writtenAs, row.defaultValue, row.restore,
-                                 row.save};
-      if (!property.defaultValue) property.defaultValue = standardDefault(name);
+      PersistedProperty property{row.readAs,  row.writtenAs, row.defaultValue, row.writtenDefault,
+                                 row.restore, row.save,      !row.restore};
+      if (!property.defaultValue) {
+        StandardDefault standard = standardDefault(name);
+        property.defaultValue = std::move(standard.read);
+        property.writtenDefault = std::move(standard.written);
+      }
       if (!property.restore && !property.readAs.empty()) property.restore = setterFor(member, name);
       if (!property.save && !property.writtenAs.empty()) property.save = getterFor(member, name);
       table_.persist(std::move(property));

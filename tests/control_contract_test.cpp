@@ -1,40 +1,22 @@
-// What every control shares, run over all of them: the interfaces it answers, its members by
-// name, its data mode, and device values of every kind that never escape a guarded member.
+// What every control shares, run over every control of the class catalogue: the interfaces it
+// answers, its members by name, its data mode, device values of every kind that never escape a
+// guarded member, malformed definitions, and its property bag: saved and restored it comes back
+// the same, an empty bag gives the defaults, and values of the wrong kind follow the conversion
+// rules without a crash.
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <limits>
+#include <map>
 #include <set>
 
-#include "display/data_label.h"
-#include "display/launch_label.h"
-#include "display/static_label.h"
-#include "display/status_control.h"
-#include "entry/data_combo_box.h"
-#include "entry/data_combo_box2.h"
-#include "entry/data_multi_line_text_box.h"
-#include "entry/data_text_box.h"
-#include "entry/list_control.h"
-#include "gauges/angular_gauge.h"
-#include "gauges/data_gauge.h"
-#include "gauges/dynamic_gauge.h"
+#include "frame/control_frame.h"
+#include "platform/xml/form_file.h"
+#include "server/class_catalogue.h"
 #include "support.h"
 
 namespace tessaline {
 namespace {
-
-struct ControlKind {
-  std::string name;
-  std::function<Ref<Object>()> create;
-  std::set<std::string_view> interfaces;
-  friend void PrintTo(const ControlKind& kind, std::ostream* out) { *out << kind.name; }
-};
-
-template <class Control>
-std::function<Ref<Object>()> maker() {
-  return [] { return Ref<Object>(Control::create()); };
-}
 
 const std::set<std::string_view> kEntry = {IDtmControl::kIid, IDTMDataControl::kIid,
                                            IDTMEnumeration::kIid};
@@ -42,25 +24,24 @@ const std::set<std::string_view> kText = {IDTMControlFormatter::kIid, IDtmContro
                                           IDTMDataControl::kIid};
 const std::set<std::string_view> kLabel = {IDtmControl::kIid, IDTMDataControl::kIid,
                                            IDTMEnumeration::kIid, IDTMEnumeration1::kIid};
-
 const std::set<std::string_view> kRangedGauge = {
     IDtmControl::kIid, IDTMEnumeration::kIid, IDtmDataSubscriptionControl::kIid,
     IDtmDataSubscriptionControlRange::kIid, IDTMEnumeration1::kIid};
 
-const ControlKind kControls[] = {
-    {"DTMDataTextBox", maker<DTMDataTextBox>(), kText},
-    {"DTMDataMultiLnTextBox", maker<DTMDataMultiLnTextBox>(), kText},
-    {"DTMDataComboBox", maker<DTMDataComboBox>(), kEntry},
-    {"DTMDataComboBox2", maker<DTMDataComboBox2>(), kEntry},
-    {"DTMListControl", maker<DTMListControl>(), kEntry},
-    {"DTMDataLabel", maker<DTMDataLabel>(), kLabel},
-    {"DTMDataLaunchLabel", maker<DTMDataLaunchLabel>(), kLabel},
-    {"DtmStaticLabel", maker<DtmStaticLabel>(), {IDtmControl::kIid}},
-    {"DTMStatusControl", maker<DTMStatusControl>(), {IDtmControl::kIid, IDTMStatusControl::kIid}},
-    {"DTMDataGuageControl", maker<DTMDataGuageControl>(), kRangedGauge},
-    {"DTMDataAngularGuage", maker<DTMDataAngularGuage>(), kRangedGauge},
+// The interfaces of each control class, as hosts rely on them.
+const std::map<std::string_view, std::set<std::string_view>> kInterfaces = {
+    {"DTMDataTextBox", kText},
+    {"DTMDataMultiLnTextBox", kText},
+    {"DTMDataComboBox", kEntry},
+    {"DTMDataComboBox2", kEntry},
+    {"DTMListControl", kEntry},
+    {"DTMDataLabel", kLabel},
+    {"DTMDataLaunchLabel", kLabel},
+    {"DtmStaticLabel", {IDtmControl::kIid}},
+    {"DTMStatusControl", {IDtmControl::kIid, IDTMStatusControl::kIid}},
+    {"DTMDataGuageControl", kRangedGauge},
+    {"DTMDataAngularGuage", kRangedGauge},
     {"DTMDynamicGuageControl",
-     maker<DTMDynamicGuageControl>(),
      {IDtmControl::kIid, IDtmDataSubscriptionControl::kIid, IDTMEnumeration::kIid}},
 };
 
@@ -79,19 +60,65 @@ const std::string_view kAllInterfaces[] = {
     IDtmWaveFormControl::kIid,
 };
 
+std::vector<const CatalogueEntry*> controls() {
+  std::vector<const CatalogueEntry*> list;
+  for (const CatalogueEntry& entry : catalogue()) {
+    if (entry.identity->isControl()) list.push_back(&entry);
+  }
+  return list;
+}
+
+// A value of the same kind that differs from the one given.
+Variant anotherValue(const std::string& name, const Variant& value) {
+  if (value.isObject()) {
+    if (auto font = refCast<platform::StdFont>(value.toObject())) {
+      auto changed = font->clone();
+      changed->Name = "Arial";
+      changed->Size = 12;
+      changed->Bold = !changed->Bold;
+      return Variant(changed);
+    }
+    return value;
+  }
+  switch (value.type()) {
+    case VarType::Boolean:
+      return Variant(!value.toBool());
+    case VarType::Integer:
+      return Variant(static_cast<int16_t>(value.toInt16() + 1));
+    case VarType::Long:
+      // A status mode must stay one that has a resource.
+      return Variant(name == "IDTMStatusControl_Mode" ? 103 : value.toInt32() + 1);
+    case VarType::String:
+    case VarType::Empty:
+      return Variant(value.toText() + "7");
+    default:
+      return value;
+  }
+}
+
 class EveryControl : public testing::HeadlessTest,
-                     public ::testing::WithParamInterface<ControlKind> {
+                     public ::testing::WithParamInterface<const CatalogueEntry*> {
  protected:
   void SetUp() override {
     HeadlessTest::SetUp();
-    control = GetParam().create();
+    control = make();
   }
+  Ref<Object> make() const { return CreateObject(GetParam()->identity->progId()); }
+  Dispatchable& byName(const Ref<Object>& object) const {
+    return dynamic_cast<Dispatchable&>(*object);
+  }
+  ControlFrame& frame(const Ref<Object>& object) const {
+    return dynamic_cast<ControlFrame&>(*object);
+  }
+
   Ref<Object> control;
 };
 
 TEST_P(EveryControl, AnswersExactlyItsInterfaces) {
+  const auto expected = kInterfaces.find(GetParam()->identity->name);
+  ASSERT_NE(expected, kInterfaces.end()) << "no interfaces listed for this control";
   for (std::string_view iid : kAllInterfaces) {
-    EXPECT_EQ(static_cast<bool>(queryInterface(control, iid)), GetParam().interfaces.count(iid) > 0)
+    EXPECT_EQ(static_cast<bool>(queryInterface(control, iid)), expected->second.count(iid) > 0)
         << iid;
   }
 }
@@ -106,12 +133,37 @@ TEST_P(EveryControl, StartsInDataModeTwoAndTakesItsHost) {
 }
 
 TEST_P(EveryControl, ReadsEveryPropertyByName) {
-  auto dispatch = refCast<Dispatchable>(control);
-  ASSERT_TRUE(dispatch);
-  EXPECT_TRUE(dispatch->hasMember("idtmcontrol_datamode"));
-  EXPECT_EQ(dispatch->get("IDtmControl_DataMode"), Variant(2));
-  EXPECT_THROW(dispatch->get("NoSuchMember"), VbError);
-  dispatch->call("IDTMControl_Init", {Variant(Ref<Object>(host))});
+  Dispatchable& dispatch = byName(control);
+  EXPECT_TRUE(dispatch.hasMember("idtmcontrol_datamode"));
+  EXPECT_EQ(dispatch.get("IDtmControl_DataMode"), Variant(2));
+  EXPECT_THROW(dispatch.get("NoSuchMember"), VbError);
+  dispatch.call("IDTMControl_Init", {Variant(Ref<Object>(host))});
+  for (const Member& member : dispatch.members().all()) {
+    if (member.get) {
+      EXPECT_NO_THROW(member.get(dispatch)) << member.name;
+    }
+  }
+}
+
+// A forwarded property marks the saved state stale under its own name once the child took the
+// value; a child that refuses a value (a row beyond its list) raises, and nothing is marked.
+TEST_P(EveryControl, ForwardedPropertiesMarkTheirOwnName) {
+  Dispatchable& dispatch = byName(control);
+  auto& window = headless::user(frame(control).window());
+  window.takePropertyChanges();
+  for (const Member& member : dispatch.members().all()) {
+    if (!member.forwarded() || !member.get || !member.let) continue;
+    const Variant value = anotherValue(member.name, member.get(dispatch));
+    try {
+      member.let(dispatch, value);
+    } catch (const VbError& error) {
+      EXPECT_EQ(error.number(), err::InvalidPropertyValue) << member.name;
+      EXPECT_TRUE(window.takePropertyChanges().empty()) << member.name;
+      continue;
+    }
+    EXPECT_EQ(window.takePropertyChanges(), std::vector<std::string>{member.name});
+    EXPECT_NO_THROW(member.get(dispatch)) << member.name;
+  }
 }
 
 TEST_P(EveryControl, NoDeviceValueEscapesItsGuard) {
@@ -160,8 +212,98 @@ TEST_P(EveryControl, MalformedDefinitionsLeaveItUnconfiguredAndWorking) {
   EXPECT_NO_THROW(data->IDTMDataControl_SetDeviceValue(Variant("1")));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, EveryControl, ::testing::ValuesIn(kControls),
-                         [](const auto& info) { return info.param.name; });
+// ---- The property bag ---------------------------------------------------------------------
+
+// The rows whose value comes back as it was saved: read and written, and restored through the
+// member whose getter gives it.
+std::vector<const PersistedProperty*> roundTripRows(const Dispatchable& control) {
+  std::vector<const PersistedProperty*> rows;
+  for (const PersistedProperty& row : control.members().persisted()) {
+    if (!row.readAs.empty() && !row.writtenAs.empty() && row.restoresItsOwnMember) {
+      rows.push_back(&row);
+    }
+  }
+  return rows;
+}
+
+bool sameValue(const Variant& a, const Variant& b) { return platform::equalsDefault(a, b); }
+
+// The selection is the caret's state: a saved selected text is inserted again when it comes
+// back, as it always was.
+bool isSelection(std::string_view name) { return name.starts_with("Sel"); }
+
+TEST_P(EveryControl, ComesBackTheSameFromItsSavedForm) {
+  Dispatchable& original = byName(control);
+  for (const PersistedProperty* row : roundTripRows(original)) {
+    if (isSelection(row->readAs)) continue;
+    const Member* member = original.members().find(row->readAs);
+    if (!member || !member->get || !member->let) continue;
+    member->let(original, anotherValue(row->readAs, member->get(original)));
+  }
+  // Through the bag and through the form file's text.
+  platform::MemoryPropertyBag bag;
+  frame(control).WriteProperties(bag);
+  xml::FormDocument form;
+  form.controls.push_back({GetParam()->identity->progId(), "C", 0, 0, 0, 0, 0, bag});
+  const xml::FormDocument loaded = xml::parseForm(xml::formText(form));
+  platform::MemoryPropertyBag reread = loaded.controls.at(0).properties;
+
+  Ref<Object> restored = make();
+  frame(restored).ReadProperties(reread);
+  for (const PersistedProperty* row : roundTripRows(original)) {
+    if (isSelection(row->readAs)) continue;
+    const Member* member = original.members().find(row->readAs);
+    if (!member || !member->get) continue;
+    const Variant saved = member->get(original);
+    const Variant back = member->get(byName(restored));
+    EXPECT_TRUE(sameValue(saved, back))
+        << row->readAs << ": " << describe(saved) << " came back as " << describe(back);
+  }
+}
+
+TEST_P(EveryControl, AnEmptyBagGivesTheDefaults) {
+  Dispatchable& fresh = byName(control);
+  platform::MemoryPropertyBag empty;
+  std::vector<std::pair<std::string, Variant>> defaults;
+  for (const PersistedProperty* row : roundTripRows(fresh)) {
+    defaults.emplace_back(row->readAs, row->defaultValue(fresh));
+  }
+  frame(control).ReadProperties(empty);
+  for (const auto& [name, value] : defaults) {
+    // The text boxes read Text after the value, and the text is what the value reads back.
+    if (name == "IDTMDataControl_Value" && fresh.hasMember("TextType")) continue;
+    const Member* member = fresh.members().find(name);
+    if (!member || !member->get) continue;
+    EXPECT_TRUE(sameValue(member->get(fresh), value)) << name << ": " << describe(value);
+  }
+}
+
+TEST_P(EveryControl, WrongKindsInTheBagFollowTheConversionRules) {
+  const Variant wrong[] = {Variant("not a number"), Variant(std::string(1 << 20, 'x')),
+                           Variant::null(), Variant(1e300), Variant("Grüße 😀")};
+  for (const PersistedProperty& row : byName(control).members().persisted()) {
+    if (row.readAs.empty()) continue;
+    for (const Variant& value : wrong) {
+      Ref<Object> fresh = make();
+      platform::MemoryPropertyBag bag;
+      bag.put(row.readAs, value);
+      try {
+        frame(fresh).ReadProperties(bag);
+      } catch (const VbError& error) {
+        // A setter that can't take the value raises out of ReadProperties with the rules'
+        // number; nothing else may come out.
+        EXPECT_TRUE(
+            error.number() == err::TypeMismatch || error.number() == err::Overflow ||
+            error.number() == err::InvalidUseOfNull || error.number() == err::SubscriptOutOfRange ||
+            error.number() == err::ResourceNotFound || error.number() == err::ObjectRequired)
+            << row.readAs << ": " << error.what();
+      }
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, EveryControl, ::testing::ValuesIn(controls()),
+                         [](const auto& info) { return std::string(info.param->identity->name); });
 
 }  // namespace
 }  // namespace tessaline
