@@ -179,9 +179,7 @@ int32_t DllRegisterServer(void) {
       if (identity.isControl()) {
         type.append_attribute("control") = "True";
         type.append_attribute("miscStatus") = kControlMiscStatus;
-        const std::string bitmap = resourceDirectory() + "/toolbox/toolbox-" +
-                                   std::to_string(identity.toolboxBitmap) + ".bmp";
-        type.append_attribute("toolboxBitmap") = bitmap.c_str();
+        type.append_attribute("toolboxBitmap") = toolboxBitmapFile(identity.toolboxBitmap).c_str();
       }
       if (entry.members) {
         for (const PersistedProperty& property : entry.members().persisted()) {

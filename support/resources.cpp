@@ -16,6 +16,10 @@ VbError notFound(int32_t id) {
 
 std::string resourceDirectory() { return TESSALINE_RESOURCE_DIR; }
 
+std::string toolboxBitmapFile(int32_t id) {
+  return resourceDirectory() + "/toolbox/toolbox-" + std::to_string(id) + ".bmp";
+}
+
 std::string LoadResString(int32_t id) {
   switch (id) {
     case 101:

@@ -6,7 +6,8 @@
 #include "platform/picture.h"
 #include "values/object.h"
 
-// The library's own resources: the icons and texts of the status modes 101 to 106.
+// The library's own resources: the icons and texts of the status modes 101 to 106, and the
+// toolbox bitmaps of the controls.
 namespace tessaline {
 
 // The text resource of that number, a localization key; 326 for a number without one.
@@ -18,6 +19,9 @@ Ref<Object> LoadResPicture(int32_t id);
 
 // The directory of the resource files.
 std::string resourceDirectory();
+
+// The file of a control's toolbox bitmap resource (16 by 15 pixels, 16 colours, a BMP).
+std::string toolboxBitmapFile(int32_t id);
 
 // An icon resource: its number, its files, and the 16-pixel picture read through the platform's
 // picture service (empty where no decoder is installed).

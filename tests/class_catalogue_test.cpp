@@ -4,10 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <set>
 
 #include "entry/data_text_box.h"
 #include "support.h"
+#include "support/resources.h"
 #include "support/tooltip.h"
 
 namespace tessaline {
@@ -71,6 +74,20 @@ TEST_F(Catalogue, CreatesAControlByProgIdOrClassIdentifierOnTheInstalledBackend)
   platform::setBackend(nullptr);
   EXPECT_EQ(testing::errorOf([&] { CreateObject("Tessaline.DTMDataLabel"); }), err::Failed);
   platform::setBackend(installed);
+}
+
+TEST_F(Catalogue, EveryControlHasASixteenColourToolboxBitmap) {
+  for (const ClassIdentity& identity : classIdentities()) {
+    if (!identity.isControl()) continue;
+    const std::string file = toolboxBitmapFile(identity.toolboxBitmap);
+    std::ifstream in(file, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(in)), {});
+    ASSERT_GE(bytes.size(), 54u) << file;
+    EXPECT_EQ(static_cast<uint8_t>(bytes[28]), 4) << file << ": bits per pixel";
+    const Ref<platform::Picture> picture = platform::LoadPicture(file);
+    EXPECT_EQ(picture->image().width, 16) << file;
+    EXPECT_EQ(picture->image().height, 15) << file;
+  }
 }
 
 TEST_F(Catalogue, HandsOutTheSameTableThatTheControlsDispatchBy) {

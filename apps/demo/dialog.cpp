@@ -6,6 +6,7 @@
 #include "entry/data_combo_box.h"
 #include "entry/data_combo_box2.h"
 #include "entry/data_text_box.h"
+#include "host/form.h"
 #include "host/reference_host.h"
 #include "platform/headless/headless.h"
 #include "platform/regexp/pcre2_regexp.h"
@@ -32,7 +33,7 @@ constexpr const char* kAlarms =
 
 }  // namespace
 
-void playDialog(Transcript& t) {
+void playDialog(Transcript& t, const std::filesystem::path& out) {
   headless::install(".");
   regexp::install();
   auto host = std::make_shared<host::ReferenceHost>();
@@ -122,10 +123,46 @@ void playDialog(Transcript& t) {
   t.user("clicks the alarm label, which launches function 7001");
   headless::user(alarms->Label1()).click();
 
+  host->onCall = nullptr;
+  t.host("saves the form, loads it into fresh controls and compares what they give");
+  host::HostForm form;
+  form.name = "Pump";
+  form.width = 7200;
+  form.height = 2400;
+  int32_t top = 120;
+  for (auto [name, control] :
+       std::initializer_list<std::pair<const char*, Ref<ControlFrame>>>{{"Setpoint", setpoint},
+                                                                        {"Mode", mode},
+                                                                        {"Valve", valve},
+                                                                        {"Unit", unit},
+                                                                        {"Alarms", alarms}}) {
+    control->window().Left(120);
+    control->window().Top(top);
+    top += 420;
+    form.adopt(name, control);
+  }
+  const std::filesystem::path file = out / "dialog-form.xml";
+  xml::saveForm(file.string(), form.save());
+  t.note("wrote " + file.string());
+  std::vector<std::string> problems;
+  const host::HostForm loaded = host::HostForm::load(xml::loadForm(file.string()), problems);
+  for (const std::string& problem : problems) t.note("problem: " + problem);
+  for (const host::PlacedControl& placed : loaded.controls()) {
+    ControlFrame& original = *form.find(placed.name);
+    const std::vector<std::string> differences =
+        host::HostForm::differences(original, *placed.control);
+    t.note(placed.name + " (" + placed.control->window().ClassName() + ") at " +
+           std::to_string(placed.control->window().Left()) + ", " +
+           std::to_string(placed.control->window().Top()) + ": value \"" +
+           placed.control->get("IDTMDataControl_Value").toText() + "\", " +
+           std::to_string(original.members().persisted().size()) + " properties, " +
+           (differences.empty() ? "all the same" : std::to_string(differences.size()) + " differ"));
+    for (const std::string& difference : differences) t.note("  " + difference);
+  }
+
   for (const VbError& error : headless::current().takeUnhandledErrors()) {
     t.note(std::string("unhandled: ") + error.what());
   }
-  host->onCall = nullptr;
   SetSharedHost(nullptr);
 }
 

@@ -14,8 +14,9 @@ void playOneEdit(Transcript& t);
 // an empty number.
 void playTyping(Transcript& t);
 // A small dialog: a text box, a combo box with an includeIf entry, a second combo box with a
-// value that has no entry, a data label and a launch label with flags.
-void playDialog(Transcript& t);
+// value that has no entry, a data label and a launch label with flags. The form is saved to a
+// file in `out`, loaded into fresh controls and compared.
+void playDialog(Transcript& t, const std::filesystem::path& out);
 // Sample charts written as PNG files into `out`.
 void playCharts(Transcript& t, const std::filesystem::path& out);
 // The three gauges fed by a simulated device through the subscription exchange; their pictures
