@@ -8,7 +8,7 @@ namespace tessaline {
 Variant DataTypeController::DataType() {
   if (dataType_.isNumeric() && dataType_.toDouble() == 1) return Variant("String");
   if (dataType_.isString()) {
-    const ParsedNumber parsed = parseNumber(dataType_.toText(), locale().decimalSeparator());
+    const ParsedNumber parsed = parseNumber(dataType_.toText(), locale());
     if (parsed.outcome == ParseOutcome::Number && parsed.value == 1) return Variant("String");
   }
   return dataType_;

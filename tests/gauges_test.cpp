@@ -198,6 +198,35 @@ TEST_F(GaugeTest, WhatIsNoNumberTakesThePointerAway) {
   EXPECT_NE(textLine().find("\"12 \""), std::string::npos) << textLine();
 }
 
+// Infinities and not-a-number doubles read "1.#INF", "-1.#INF", "-1.#IND": every gauge's test
+// for "#" catches them, so the meter shows "NaN" instead of failing a drawing.
+TEST_F(GaugeTest, EveryGaugeShowsNaNForDoublesThatAreNoFiniteNumbers) {
+  const double inf = std::numeric_limits<double>::infinity();
+  std::vector<std::shared_ptr<GaugeControl>> gauges = {ranged<DTMDataGuageControl>(),
+                                                       ranged<DTMDataAngularGuage>()};
+  auto dynamic = DTMDynamicGuageControl::create();
+  dynamic->IDTMControl_Init(host);
+  dynamic->IDtmControl_Name("PV");
+  gauges.push_back(dynamic);
+  for (const auto& gauge : gauges) {
+    gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", 0.0);
+    gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", 100.0);
+    for (double bad : {inf, -inf, std::nan("")}) {
+      gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", 50.0);
+      log->clear();
+      host->takeCalls();
+      gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", bad);
+      EXPECT_NE(pointerLine().find("1.7E+308"), std::string::npos)
+          << gauge->window().ClassName() << " " << bad << ": " << pointerLine();
+      EXPECT_NE(textLine().find("\"NaN"), std::string::npos)
+          << gauge->window().ClassName() << " " << bad << ": " << textLine();
+      for (const std::string& line : host->errorLines()) {
+        EXPECT_EQ(line.find("createChart"), std::string::npos) << line;
+      }
+    }
+  }
+}
+
 TEST_F(GaugeTest, LargeLimitsSwitchTheLabelsToExponentForm) {
   auto gauge = ranged<DTMDataGuageControl>();
   gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", 0.0);
@@ -293,7 +322,7 @@ TEST_F(GaugeTest, DynamicMeterFollowsTheValueAndShowsOnlyItsEnds) {
   const std::vector<std::string> expected = {
       std::string("api.AngularMeter(208, 148, ") + kMetal + ", 0, -1)",
       "meter.setMeter(104, 117, 85, -90, 90)",
-      "meter.setScale(-2, 2, 0.666666666666667, 0.333333333333333, 0.0666666666666667)",
+      "meter.setScale(-2, 2, 0.666666666666667, 0.333333333333333, 6.66666666666667E-02)",
       "meter.getTicks()",
       "meter.setLabelFormat(\"{value|2}\")",
       "meter.setLabelPos(True, 10)",

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 #include "entry/data_text_box.h"
 #include "support.h"
 
@@ -210,6 +213,17 @@ TEST_F(TextBoxBinding, NumbersBoxesShowNaNForTextThatIsNoNumber) {
   box->IDTMDataControl_Value(Variant("nan"));
   EXPECT_EQ(box->Text1().Text(), "nan");
   EXPECT_EQ(host->errorLines(), std::vector<std::string>{"BuildMenu Numbers "});
+}
+
+TEST_F(TextBoxBinding, NumbersBoxesShowNaNForInfiniteAndUndefinedDoubles) {
+  box->TextType(TextDataType::Numbers);
+  for (double value : {std::numeric_limits<double>::infinity(),
+                       -std::numeric_limits<double>::infinity(), std::nan("")}) {
+    host->takeCalls();
+    box->IDTMDataControl_SetDeviceValue(Variant(value));
+    EXPECT_EQ(box->Text1().Text(), "NaN") << value;
+    EXPECT_EQ(host->errorLines(), std::vector<std::string>{"BuildMenu Numbers Enter in NAN"});
+  }
 }
 
 TEST_F(TextBoxBinding, TheValueIsTheShownTextAsAString) {

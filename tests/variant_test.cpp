@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "support.h"
+#include "values/dates.h"
 #include "values/locale.h"
 
 namespace tessaline {
@@ -35,17 +36,62 @@ TEST_P(DoubleTextForm, HasFifteenSignificantDigitsAndTheGeneralNotation) {
 
 INSTANTIATE_TEST_SUITE_P(
     Table, DoubleTextForm,
-    ::testing::Values(DoubleText{12.5, "12.5"}, DoubleText{0.1 + 0.2, "0.3"},
-                      DoubleText{1.0 / 3, "0.333333333333333"},
-                      DoubleText{2.0 / 3, "0.666666666666667"}, DoubleText{-0.5, "-0.5"},
-                      DoubleText{0.0, "0"}, DoubleText{-0.0, "0"}, DoubleText{100, "100"},
-                      DoubleText{123456789.123456789, "123456789.123457"},
-                      DoubleText{999999999999999, "999999999999999"}, DoubleText{1e15, "1E+15"},
-                      DoubleText{1e16, "1E+16"}, DoubleText{-1.5e16, "-1.5E+16"},
-                      DoubleText{1e100, "1E+100"}, DoubleText{0.0001, "0.0001"},
-                      DoubleText{0.000123, "0.000123"}, DoubleText{0.00001, "1E-05"},
-                      DoubleText{1.5e-7, "1.5E-07"}, DoubleText{1.7e308, "1.7E+308"},
-                      DoubleText{4.94065645841247e-324, "4.94065645841247E-324"}));
+    ::testing::Values(
+        DoubleText{12.5, "12.5"}, DoubleText{0.1 + 0.2, "0.3"},
+        DoubleText{1.0 / 3, "0.333333333333333"}, DoubleText{2.0 / 3, "0.666666666666667"},
+        DoubleText{-0.5, "-0.5"}, DoubleText{0.0, "0"}, DoubleText{-0.0, "0"},
+        DoubleText{100, "100"}, DoubleText{123456789.123456789, "123456789.123457"},
+        DoubleText{999999999999999, "999999999999999"}, DoubleText{1e15, "1E+15"},
+        DoubleText{1e16, "1E+16"}, DoubleText{-1.5e16, "-1.5E+16"}, DoubleText{1e100, "1E+100"},
+        DoubleText{0.0001, "0.0001"}, DoubleText{0.000123, "0.000123"},
+        DoubleText{0.00001, "0.00001"}, DoubleText{5.6789e-5, "0.000056789"},
+        DoubleText{1.5e-7, "0.00000015"}, DoubleText{1e-15, "0.000000000000001"},
+        DoubleText{1.5e-15, "1.5E-15"}, DoubleText{5.6789e-12, "5.6789E-12"},
+        DoubleText{1.0 / 30, "3.33333333333333E-02"},
+        DoubleText{-1.0 / 30, "-3.33333333333333E-02"}, DoubleText{0.0123, "0.0123"},
+        DoubleText{1.7e308, "1.7E+308"}, DoubleText{0.5, "0.5"},
+        DoubleText{9.9999999999999995, "10"}, DoubleText{0.12345678901234549, "0.123456789012345"},
+        DoubleText{4.94065645841247e-324, "4.94065645841247E-324"}));
+
+struct NonFinite {
+  double value;
+  const char* text;
+  friend void PrintTo(const NonFinite& row, std::ostream* out) { *out << row.text; }
+};
+
+class NonFiniteTextForm : public ::testing::TestWithParam<NonFinite> {};
+
+// A test for "#" in the text is how the controls tell a value that is no number: every
+// conversion to text has to give the platform's forms.
+TEST_P(NonFiniteTextForm, IsThePlatformsInEveryConversionToText) {
+  const double value = GetParam().value;
+  EXPECT_EQ(Variant(value).toText(), GetParam().text);
+  EXPECT_EQ(formatGeneralNumber(Variant(value)), GetParam().text);
+  EXPECT_EQ(Variant(static_cast<float>(value)).toText(), GetParam().text);
+  EXPECT_EQ(errorOf([&] { Variant(GetParam().text).toDouble(); }), 13);
+}
+
+double indefinite() {
+  volatile double zero = 0;
+  return zero / zero;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, NonFiniteTextForm,
+    ::testing::Values(NonFinite{std::numeric_limits<double>::infinity(), "1.#INF"},
+                      NonFinite{-std::numeric_limits<double>::infinity(), "-1.#INF"},
+                      NonFinite{indefinite(), "-1.#IND"}, NonFinite{std::nan(""), "1.#QNAN"},
+                      NonFinite{-std::nan(""), "-1.#IND"}));
+
+TEST(VariantText, SingleRoundsItsSeventhDigitHalfAwayFromZero) {
+  EXPECT_EQ(Variant(654322.25f).toText(), "654322.3");
+  EXPECT_EQ(Variant(-654322.25f).toText(), "-654322.3");
+  EXPECT_EQ(Variant(0.5f).toText(), "0.5");
+  EXPECT_EQ(Variant(5e-5f).toText(), "0.00005");
+  EXPECT_EQ(Variant(1.0f / 30).toText(), "3.333334E-02");
+  EXPECT_EQ(Variant(9999999.5f).toText(), "1E+07");
+  EXPECT_EQ(Variant(std::numeric_limits<float>::max()).toText(), "3.402823E+38");
+}
 
 TEST(VariantText, UsesTheLocaleSeparatorInBothNotations) {
   WithSeparator comma(",");
@@ -72,8 +118,6 @@ TEST(VariantText, OfEveryKind) {
   EXPECT_EQ(Variant(DateSerial{25569}).toText(), "1/1/1970");
   EXPECT_EQ(Variant(DateSerial{25569.5}).toText(), "1/1/1970 12:00:00 PM");
   EXPECT_EQ(Variant(DateSerial{0.25}).toText(), "6:00:00 AM");
-  EXPECT_EQ(Variant(std::numeric_limits<double>::quiet_NaN()).toText(), "NaN");
-  EXPECT_EQ(Variant(-std::numeric_limits<double>::infinity()).toText(), "-Infinity");
 }
 
 TEST(VariantText, FailsForNullNothingAndArrays) {
@@ -94,27 +138,41 @@ TEST_P(NumberFromText, IsReadAsTheLanguageReadsIt) {
   EXPECT_DOUBLE_EQ(Variant(GetParam().text).toDouble(), GetParam().value);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, NumberFromText,
-                         ::testing::Values(TextNumber{"12.5", 12.5}, TextNumber{"  12.5 ", 12.5},
-                                           TextNumber{"-.5", -0.5}, TextNumber{"+5.", 5},
-                                           TextNumber{"1e3", 1000}, TextNumber{"1D2", 100},
-                                           TextNumber{"2.5E-1", 0.25}, TextNumber{"&HFF", 255},
-                                           TextNumber{"&hff0000", 16711680},
-                                           TextNumber{"&HFFFFFFFF", -1}, TextNumber{"&O17", 15},
-                                           TextNumber{"1e-999", 0}, TextNumber{"007", 7}));
+INSTANTIATE_TEST_SUITE_P(
+    Table, NumberFromText,
+    ::testing::Values(TextNumber{"12.5", 12.5}, TextNumber{"  12.5 ", 12.5},
+                      TextNumber{"-.5", -0.5}, TextNumber{"+5.", 5}, TextNumber{"1e3", 1000},
+                      TextNumber{"1D2", 100}, TextNumber{"2.5E-1", 0.25}, TextNumber{"&HFF", 255},
+                      TextNumber{"&hff0000", 16711680}, TextNumber{"&HFFFFFFFF", -1},
+                      TextNumber{"&O17", 15}, TextNumber{"1e-999", 0}, TextNumber{"007", 7},
+                      // Digit groups, currency, parentheses and signs as the platform takes them.
+                      TextNumber{"1,000", 1000}, TextNumber{"1,5", 15},
+                      TextNumber{"1,234,567.25", 1234567.25}, TextNumber{"$11", 11},
+                      TextNumber{"-$11", -11}, TextNumber{"$-11", -11},
+                      TextNumber{"$1,234.5", 1234.5}, TextNumber{"11$", 11}, TextNumber{"(5)", -5},
+                      TextNumber{"($5.5)", -5.5}, TextNumber{"5-", -5}, TextNumber{"5 -", -5},
+                      TextNumber{"- 5", -5}, TextNumber{"+ 5", 5}, TextNumber{"1,000e2", 100000}));
 
 TEST(VariantNumbers, TextThatIsNoNumberIsATypeMismatch) {
-  for (const char* text : {"", " ", "abc", "12.5.3", "1e", "--1", "&H", "&HG1", "1,5", "NaN"}) {
+  for (const char* text : {"",    " ",    "abc",   "12.5.3", "1e",    "--1",   "&H",    "&HG1",
+                           "NaN", ",5",   "1,",    "1,.5",   "$",     "$$5",   "-5-",   "(5",
+                           "5)",  "(-5)", "((5))", "5 5",    "1.5,3", "1e5$e", "1.#INF"}) {
     EXPECT_EQ(errorOf([&] { Variant(text).toDouble(); }), 13) << text;
   }
   EXPECT_EQ(errorOf([] { Variant("1e999").toDouble(); }), 6);
   EXPECT_EQ(errorOf([] { Variant("&H100000000").toDouble(); }), 6);
 }
 
-TEST(VariantNumbers, ReadTheLocaleSeparator) {
+TEST(VariantNumbers, ReadTheLocaleSymbols) {
   WithSeparator comma(",");
   EXPECT_DOUBLE_EQ(Variant("12,5").toDouble(), 12.5);
-  EXPECT_EQ(errorOf([] { Variant("12.5").toDouble(); }), 13);
+  // The period groups digits where the comma is the decimal separator.
+  EXPECT_DOUBLE_EQ(Variant("12.5").toDouble(), 125);
+  EXPECT_DOUBLE_EQ(Variant("1.234,5").toDouble(), 1234.5);
+  setLocale(std::make_shared<FixedLocale>(",", " ", "EUR"));
+  EXPECT_DOUBLE_EQ(Variant("1 234,5 EUR").toDouble(), 1234.5);
+  EXPECT_DOUBLE_EQ(Variant("-EUR 3").toDouble(), -3);
+  EXPECT_EQ(errorOf([] { Variant("$3").toDouble(); }), 13);
 }
 
 TEST(VariantNumbers, EmptyIsZeroNullIsInvalidBooleanIsMinusOne) {
@@ -157,6 +215,16 @@ TEST(IntegerConversion, OverflowsAtTheEndsOfEachRange) {
   EXPECT_EQ(Variant(-0.5).toByte(), 0);
   EXPECT_EQ(errorOf([] { Variant(255.5).toByte(); }), 6);
   EXPECT_EQ(errorOf([] { Variant(-1).toByte(); }), 6);
+  // True is all bits set.
+  EXPECT_EQ(Variant(true).toByte(), 255);
+  EXPECT_EQ(Variant(false).toByte(), 0);
+  // The largest Single is a Single, and so is what rounds to it.
+  const float largest = std::numeric_limits<float>::max();
+  EXPECT_EQ(Variant(largest).toSingle(), largest);
+  EXPECT_EQ(Variant(static_cast<double>(largest)).toSingle(), largest);
+  EXPECT_EQ(Variant(3.4028235e38).toSingle(), largest);
+  EXPECT_EQ(errorOf([] { Variant(3.41e38).toSingle(); }), 6);
+  EXPECT_EQ(describe(Variant(largest)), "Single(3.402823E+38)");
   EXPECT_EQ(errorOf([] { Variant(std::nan("")).toInt32(); }), 6);
   EXPECT_EQ(errorOf([] { Variant(std::numeric_limits<double>::infinity()).toInt16(); }), 6);
 }
@@ -172,6 +240,8 @@ TEST(BooleanConversion, FromWordsNumbersAndText) {
   EXPECT_TRUE(Variant("True").toBool());
   EXPECT_TRUE(Variant("true").toBool());
   EXPECT_FALSE(Variant("FALSE").toBool());
+  EXPECT_TRUE(Variant("#TRUE#").toBool());
+  EXPECT_FALSE(Variant(" #false# ").toBool());
   EXPECT_TRUE(Variant("-1").toBool());
   EXPECT_FALSE(Variant("0").toBool());
   EXPECT_TRUE(Variant(0.5).toBool());
@@ -180,13 +250,114 @@ TEST(BooleanConversion, FromWordsNumbersAndText) {
   EXPECT_EQ(errorOf([] { Variant::null().toBool(); }), 94);
 }
 
-TEST(DateConversion, FromNumbersAndText) {
+TEST(DateConversion, FromNumbers) {
   EXPECT_EQ(Variant(25569).toDate().days, 25569);
-  EXPECT_EQ(Variant("1/1/1970").toDate().days, 25569);
-  EXPECT_EQ(Variant("1970-01-01 12:00").toDate().days, 25569.5);
-  EXPECT_EQ(errorOf([] { Variant("2/30/2020").toDate(); }), 13);
   EXPECT_EQ(errorOf([] { Variant(1e7).toDate(); }), 6);
 }
+
+// A date far outside the calendar (a corrupt serial from a device) is an overflow wherever it
+// is turned into a date or into text, never a cast out of range.
+TEST(DateConversion, OutsideTheCalendarIsAnOverflowOnEveryPath) {
+  for (double serial : {1e300, -1e300, 2958466.0, -657435.0, std::nan(""),
+                        std::numeric_limits<double>::infinity()}) {
+    const Variant date(DateSerial{serial});
+    EXPECT_EQ(errorOf([&] { date.toText(); }), 6) << serial;
+    EXPECT_EQ(errorOf([&] { date.toDate(); }), 6) << serial;
+    EXPECT_EQ(errorOf([&] { formatGeneralNumber(date); }), 6) << serial;
+    EXPECT_NE(describe(date), "");
+  }
+  EXPECT_EQ(Variant(DateSerial{2958465.5}).toText(), "12/31/9999 12:00:00 PM");
+  EXPECT_EQ(Variant(DateSerial{-657434}).toText(), "1/1/100");
+}
+
+struct DateText {
+  const char* text;
+  double serial;
+  friend void PrintTo(const DateText& row, std::ostream* out) { *out << '"' << row.text << '"'; }
+};
+
+class DateFromText : public ::testing::TestWithParam<DateText> {};
+
+TEST_P(DateFromText, IsReadAsTheUsEnglishPlatformReadsIt) {
+  EXPECT_DOUBLE_EQ(Variant(GetParam().text).toDate().days, GetParam().serial);
+}
+
+// 25570 is 2 January 1970.
+INSTANTIATE_TEST_SUITE_P(
+    Table, DateFromText,
+    ::testing::Values(DateText{"1/2/1970", 25570}, DateText{"1-2-1970", 25570},
+                      DateText{"01/02/70", 25570}, DateText{"1970-01-02", 25570},
+                      DateText{"1970/1/2", 25570}, DateText{"2 January 1970", 25570},
+                      DateText{"Jan 2, 1970", 25570}, DateText{"January 2 1970", 25570},
+                      DateText{"2-Jan-1970", 25570}, DateText{"2-jan-70", 25570},
+                      DateText{"JAN 2 1970", 25570}, DateText{"Jan 1970", 25569},
+                      DateText{"13/1/1970", 25581}, DateText{"1/2/29", 47120},
+                      DateText{"1/2/30", 10960}, DateText{"1/2/1970 6:00", 25570.25},
+                      DateText{"1/2/1970 6:00 PM", 25570.75},
+                      DateText{"6:00:30 am 1/2/1970", 25570 + 21630.0 / 86400},
+                      DateText{"12:00 AM", 0}, DateText{"12:00:00 PM", 0.5},
+                      DateText{"3 PM", 0.625}, DateText{"23:59:59", 86399.0 / 86400},
+                      DateText{"12/30/1899", 0}, DateText{"12/29/1899 12:00", -1.5},
+                      DateText{"1/1/100", -657434}, DateText{"12/31/9999", 2958465}));
+
+TEST(DateConversion, TextThatIsNoDateIsATypeMismatch) {
+  for (const char* text : {"",
+                           "x",
+                           "2/30/2020",
+                           "13/13/2000",
+                           "0/1/2000",
+                           "1/0/2000",
+                           "1/2/3/4",
+                           "Jan Feb 1970",
+                           "Foo 2 1970",
+                           "25:00",
+                           "12:60",
+                           "13:00 PM",
+                           "0:30 AM",
+                           "1/2/1970 junk",
+                           "5",
+                           "-1/2/1970",
+                           "1/2/99999",
+                           "1/2/10000",
+                           "1/2/1970 6:",
+                           "//",
+                           "1e5",
+                           "1234567890/1/1"}) {
+    EXPECT_EQ(errorOf([&] { Variant(text).toDate(); }), 13) << text;
+  }
+}
+
+TEST(DateConversion, WithoutAYearTakesTheCurrentOne) {
+  const double serial = Variant("Mar 4").toDate().days;
+  const double thisYear =
+      Variant("Mar 4 " +
+              std::to_string(calendarFromSerial(Variant(DateSerial{serial}).toDate().days).year))
+          .toDate()
+          .days;
+  EXPECT_EQ(serial, thisYear);
+  EXPECT_EQ(Variant("3/4").toDate().days, serial);
+}
+
+struct DateForm {
+  double serial;
+  const char* text;
+  friend void PrintTo(const DateForm& row, std::ostream* out) { *out << row.serial; }
+};
+
+class DateTextForm : public ::testing::TestWithParam<DateForm> {};
+
+TEST_P(DateTextForm, ShowsTheTimeAloneTheDateAloneOrBoth) {
+  EXPECT_EQ(Variant(DateSerial{GetParam().serial}).toText(), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, DateTextForm,
+                         ::testing::Values(DateForm{0, "12:00:00 AM"}, DateForm{0.5, "12:00:00 PM"},
+                                           DateForm{0.999994, "11:59:59 PM"},
+                                           DateForm{0.9999999, "12/31/1899"},
+                                           DateForm{1, "12/31/1899"}, DateForm{25570, "1/2/1970"},
+                                           DateForm{25570.25, "1/2/1970 6:00:00 AM"},
+                                           DateForm{-1.5, "12/29/1899 12:00:00 PM"},
+                                           DateForm{-0.25, "6:00:00 AM"}));
 
 TEST(VariantCompare, FollowsTheLanguage) {
   EXPECT_EQ(compare(Variant(1), Variant(2.5)), -1);

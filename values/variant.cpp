@@ -6,6 +6,7 @@
 #include <cstring>
 #include <ostream>
 
+#include "values/dates.h"
 #include "values/locale.h"
 #include "values/text.h"
 
@@ -15,38 +16,70 @@ namespace {
 
 std::string separator() { return locale().decimalSeparator(); }
 
-// Digits and decimal exponent of a finite, non-zero number, rounded to `significant` digits,
-// trailing zeros removed.
+// Digits and decimal exponent of a finite, non-zero number, rounded half away from zero to
+// `significant` digits (as the platform rounds: 654322.25 as a Single is "654322.3"), trailing
+// zeros removed.
 template <class Float>
 void decompose(Float value, int significant, bool& negative, std::string& digits, int& exponent) {
-  char buffer[64];
+  // Enough digits beyond the kept ones that a tie in them is a true tie of the binary value.
+  char buffer[96];
+  const int extra = 30;
   auto result = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific,
-                              significant - 1);
+                              significant - 1 + extra);
   std::string_view text(buffer, static_cast<size_t>(result.ptr - buffer));
   negative = text.front() == '-';
   if (negative) text.remove_prefix(1);
   const size_t e = text.find('e');
-  digits.assign(1, text[0]);
-  if (text.size() > 1 && text[1] == '.') digits.append(text.substr(2, e - 2));
-  while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
   std::from_chars(text.data() + e + (text[e + 1] == '+' ? 2 : 1), text.data() + text.size(),
                   exponent);
+  std::string all(1, text[0]);
+  all.append(text.substr(2, e - 2));
+  digits = all.substr(0, static_cast<size_t>(significant));
+  if (all[static_cast<size_t>(significant)] >= '5') {
+    // Carry the rounding up through the kept digits; 9.99… becomes 10 with one more exponent.
+    size_t k = digits.size();
+    while (k > 0 && digits[k - 1] == '9') digits[--k] = '0';
+    if (k == 0) {
+      digits.insert(digits.begin(), '1');
+      digits.pop_back();
+      ++exponent;
+    } else {
+      ++digits[k - 1];
+    }
+  }
+  while (digits.size() > 1 && digits.back() == '0') digits.pop_back();
 }
 
-// The general number format of the language: fixed notation while the decimal exponent lies
-// between -5 and `fixedLimit` (both excluded), exponent form such as 1E+16 or 1.5E-05 beyond.
+// The platform's text of a double that is no finite number: "1.#INF", "-1.#INF", and for
+// not-a-number "-1.#IND" (the indefinite value that arithmetic makes), "1.#QNAN" or
+// "-1.#QNAN" (other quiet ones) and "1.#SNAN" (signalling ones).
+std::string nonFiniteText(double value) {
+  if (std::isinf(value)) return value > 0 ? "1.#INF" : "-1.#INF";
+  uint64_t bits = 0;
+  std::memcpy(&bits, &value, sizeof bits);
+  const bool negative = bits >> 63;
+  const uint64_t mantissa = bits & 0xFFFFFFFFFFFFFull;
+  const bool quiet = mantissa >> 51;
+  if (!quiet) return negative ? "-1.#SNAN" : "1.#SNAN";
+  if (negative && mantissa == (1ull << 51)) return "-1.#IND";
+  return negative ? "-1.#QNAN" : "1.#QNAN";
+}
+
+// The general number format of the language with `significant` digits: fixed notation while
+// the number has fewer whole digits than that and needs no more decimal places than that
+// (1/30 is "3.33333333333333E-02", 5.6789E-05 is "0.000056789"), exponent form beyond.
 template <class Float>
-std::string formatGeneral(Float value, int significant, int fixedLimit, std::string_view sep) {
-  if (std::isnan(value)) return "NaN";
-  if (std::isinf(value)) return value > 0 ? "Infinity" : "-Infinity";
+std::string formatGeneral(Float value, int significant, std::string_view sep) {
+  if (!std::isfinite(value)) return nonFiniteText(value);
   if (value == 0) return "0";
   bool negative = false;
   std::string digits;
   int exponent = 0;
   decompose(value, significant, negative, digits, exponent);
 
+  const int decimals = exponent < 0 ? -exponent - 1 + static_cast<int>(digits.size()) : 0;
   std::string out = negative ? "-" : "";
-  if (exponent > -5 && exponent < fixedLimit) {
+  if (exponent < significant && decimals <= significant) {
     if (exponent >= 0) {
       const size_t whole = static_cast<size_t>(exponent) + 1;
       if (digits.size() <= whole) {
@@ -92,12 +125,8 @@ double checkedRound(double value, double low, double high) {
   return rounded;
 }
 
-// Dates: the serial range of the language, 1 January 100 to 31 December 9999.
-constexpr double kFirstDate = -657434.0;
-constexpr double kLastDate = 2958465.99999999;
-
 double numberFromText(const std::string& text) {
-  const ParsedNumber parsed = parseNumber(text, separator());
+  const ParsedNumber parsed = parseNumber(text, locale());
   switch (parsed.outcome) {
     case ParseOutcome::Number:
       return parsed.value;
@@ -107,93 +136,6 @@ double numberFromText(const std::string& text) {
       break;
   }
   throw VbError(err::TypeMismatch);
-}
-
-// Days from 1 March of year 0 style civil arithmetic (proleptic Gregorian).
-int64_t daysFromCivil(int64_t y, unsigned m, unsigned d) {
-  y -= m <= 2;
-  const int64_t era = (y >= 0 ? y : y - 399) / 400;
-  const unsigned yoe = static_cast<unsigned>(y - era * 400);
-  const unsigned doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
-  const unsigned doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
-  return era * 146097 + static_cast<int64_t>(doe) - 719468;
-}
-
-void civilFromDays(int64_t z, int64_t& y, unsigned& m, unsigned& d) {
-  z += 719468;
-  const int64_t era = (z >= 0 ? z : z - 146096) / 146097;
-  const unsigned doe = static_cast<unsigned>(z - era * 146097);
-  const unsigned yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
-  y = static_cast<int64_t>(yoe) + era * 400;
-  const unsigned doy = doe - (365 * yoe + yoe / 4 - yoe / 100);
-  const unsigned mp = (5 * doy + 2) / 153;
-  d = doy - (153 * mp + 2) / 5 + 1;
-  m = mp < 10 ? mp + 3 : mp - 9;
-  y += m <= 2;
-}
-
-// The serial of 30 December 1899 counted from 1 January 1970.
-constexpr int64_t kSerialEpoch = -25569;
-
-bool readUnsigned(std::string_view& text, unsigned& value, size_t maxDigits) {
-  size_t n = 0;
-  value = 0;
-  while (n < text.size() && n < maxDigits && text[n] >= '0' && text[n] <= '9') {
-    value = value * 10 + static_cast<unsigned>(text[n] - '0');
-    ++n;
-  }
-  text.remove_prefix(n);
-  return n > 0;
-}
-
-// Dates as text: "M/D/YYYY" or "YYYY-MM-DD", a time "h:mm[:ss] [AM|PM]", or both.
-std::optional<double> parseDateText(std::string_view text) {
-  text = trimWhitespace(text);
-  if (text.empty()) return std::nullopt;
-  double days = 0;
-  bool haveDate = false;
-  {
-    std::string_view rest = text;
-    unsigned a = 0, b = 0, c = 0;
-    if (readUnsigned(rest, a, 4) && !rest.empty() && (rest[0] == '/' || rest[0] == '-')) {
-      const char sep = rest[0];
-      rest.remove_prefix(1);
-      if (readUnsigned(rest, b, 2) && !rest.empty() && rest[0] == sep) {
-        rest.remove_prefix(1);
-        if (readUnsigned(rest, c, 4)) {
-          unsigned year = sep == '-' ? a : c, month = sep == '-' ? b : a, day = sep == '-' ? c : b;
-          if (year < 100) year += year < 30 ? 2000 : 1900;
-          if (month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
-          const int64_t serial = daysFromCivil(year, month, day) - kSerialEpoch;
-          int64_t y = 0;
-          unsigned m = 0, d = 0;
-          civilFromDays(serial + kSerialEpoch, y, m, d);
-          if (m != month || d != day) return std::nullopt;
-          days = static_cast<double>(serial);
-          haveDate = true;
-          text = trimWhitespace(rest);
-        }
-      }
-    }
-  }
-  if (text.empty()) return haveDate ? std::optional<double>(days) : std::nullopt;
-  unsigned h = 0, mi = 0, s = 0;
-  if (!readUnsigned(text, h, 2) || text.empty() || text[0] != ':') return std::nullopt;
-  text.remove_prefix(1);
-  if (!readUnsigned(text, mi, 2)) return std::nullopt;
-  if (!text.empty() && text[0] == ':') {
-    text.remove_prefix(1);
-    if (!readUnsigned(text, s, 2)) return std::nullopt;
-  }
-  text = trimWhitespace(text);
-  if (!text.empty()) {
-    const std::string marker = toUpperAscii(std::string(text));
-    if ((marker != "AM" && marker != "PM") || h < 1 || h > 12) return std::nullopt;
-    h = h % 12 + (marker == "PM" ? 12 : 0);
-  }
-  if (h > 23 || mi > 59 || s > 59) return std::nullopt;
-  const double time = (h * 3600.0 + mi * 60.0 + s) / 86400.0;
-  return days + (days < 0 ? -time : time);
 }
 
 }  // namespace
@@ -232,12 +174,6 @@ std::string formatGeneralNumber(const Variant& value) {
     case VarType::Empty:
     case VarType::Null:
       return {};
-    case VarType::Single:
-    case VarType::Double: {
-      const double number = value.toDouble();
-      if (std::isinf(number)) return number > 0 ? "1.#INF" : "-1.#INF";
-      return value.toText();
-    }
     case VarType::String:
       try {
         return formatGeneralNumber(Variant(value.toDouble()));
@@ -312,8 +248,11 @@ double Variant::toDouble() const {
 }
 
 float Variant::toSingle() const {
+  if (type() == VarType::Single) return std::get<float>(value_);
   const double value = toDouble();
-  if (std::isfinite(value) && std::fabs(value) > 3.402823466e38) throw VbError(err::Overflow);
+  // Beyond the largest Single by half a unit in the last place, rounding would give infinity.
+  constexpr double kRoundsToInfinity = 3.4028235677973366e38;
+  if (std::isfinite(value) && std::fabs(value) >= kRoundsToInfinity) throw VbError(err::Overflow);
   return static_cast<float>(value);
 }
 
@@ -329,6 +268,8 @@ int32_t Variant::toInt32() const {
 
 uint8_t Variant::toByte() const {
   if (type() == VarType::Byte) return std::get<uint8_t>(value_);
+  // True is all bits set: as a Byte, 255.
+  if (type() == VarType::Boolean) return std::get<bool>(value_) ? 255 : 0;
   return static_cast<uint8_t>(checkedRound(toDouble(), 0.0, 255.0));
 }
 
@@ -339,8 +280,8 @@ bool Variant::toBool() const {
     case VarType::String: {
       const std::string word =
           toUpperAscii(std::string(trimWhitespace(std::get<std::string>(value_))));
-      if (word == "TRUE") return true;
-      if (word == "FALSE") return false;
+      if (word == "TRUE" || word == "#TRUE#") return true;
+      if (word == "FALSE" || word == "#FALSE#") return false;
       return numberFromText(std::get<std::string>(value_)) != 0;
     }
     default:
@@ -352,7 +293,8 @@ DateSerial Variant::toDate() const {
   double days = 0;
   switch (type()) {
     case VarType::Date:
-      return std::get<DateSerial>(value_);
+      days = std::get<DateSerial>(value_).days;
+      break;
     case VarType::String: {
       const auto parsed = parseDateText(std::get<std::string>(value_));
       if (!parsed) throw VbError(err::TypeMismatch);
@@ -363,7 +305,7 @@ DateSerial Variant::toDate() const {
       days = toDouble();
       break;
   }
-  if (!(days >= kFirstDate && days <= kLastDate)) throw VbError(err::Overflow);
+  checkDateRange(days);
   return DateSerial{days};
 }
 
@@ -409,73 +351,93 @@ std::optional<int> compare(const Variant& a, const Variant& b) {
 }
 
 std::string formatDouble(double value, std::string_view decimalSeparator) {
-  return formatGeneral(value, 15, 15, decimalSeparator);
+  return formatGeneral(value, 15, decimalSeparator);
 }
 
 std::string formatSingle(float value, std::string_view decimalSeparator) {
-  return formatGeneral(value, 7, 7, decimalSeparator);
+  return formatGeneral(value, 7, decimalSeparator);
 }
 
-std::string formatDate(DateSerial date) {
-  if (!std::isfinite(date.days)) return formatDouble(date.days, ".");
-  const double whole = std::trunc(date.days);
-  int64_t seconds = std::llround(std::fabs(date.days - whole) * 86400.0);
-  int64_t day = static_cast<int64_t>(whole);
-  if (seconds >= 86400) {
-    seconds -= 86400;
-    day += date.days < 0 ? -1 : 1;
+namespace {
+
+ParsedNumber radixNumber(std::string_view text) {
+  if (text.size() < 3) return {};
+  const char kind = static_cast<char>(text[1] | 0x20);
+  const int base = kind == 'h' ? 16 : (kind == 'o' ? 8 : 0);
+  if (base == 0) return {};
+  uint64_t value = 0;
+  for (char c : text.substr(2)) {
+    int digit = -1;
+    if (c >= '0' && c <= '9')
+      digit = c - '0';
+    else if (base == 16 && (c | 0x20) >= 'a' && (c | 0x20) <= 'f')
+      digit = (c | 0x20) - 'a' + 10;
+    if (digit < 0 || digit >= base) return {};
+    value = value * static_cast<uint64_t>(base) + static_cast<uint64_t>(digit);
+    if (value > 0xFFFFFFFFull) return {ParseOutcome::Overflow, 0};
   }
-  std::string out;
-  if (day != 0 || seconds == 0) {
-    int64_t y = 0;
-    unsigned m = 0, d = 0;
-    civilFromDays(day + kSerialEpoch, y, m, d);
-    out = std::to_string(m) + "/" + std::to_string(d) + "/" + std::to_string(y);
-  }
-  if (seconds != 0) {
-    const int64_t h = seconds / 3600, mi = seconds / 60 % 60, s = seconds % 60;
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%lld:%02lld:%02lld %s",
-                  static_cast<long long>(h % 12 == 0 ? 12 : h % 12), static_cast<long long>(mi),
-                  static_cast<long long>(s), h < 12 ? "AM" : "PM");
-    if (!out.empty()) out += ' ';
-    out += buffer;
-  }
-  return out;
+  // Eight hexadecimal digits fill a Long: the top bit is its sign.
+  const double number = value > 0x7FFFFFFFull ? static_cast<double>(value) - 4294967296.0
+                                              : static_cast<double>(value);
+  return {ParseOutcome::Number, number};
 }
 
-ParsedNumber parseNumber(std::string_view text, std::string_view decimalSeparator) {
+bool startsWith(std::string_view text, size_t at, std::string_view symbol) {
+  return !symbol.empty() && text.substr(at, symbol.size()) == symbol;
+}
+
+// The signs, currency symbol and parentheses around the digits. Each may stand once; blanks may
+// stand between them and the digits.
+struct Affixes {
+  bool minus = false;
+  bool sign = false;
+  bool currency = false;
+  bool open = false;
+  bool close = false;
+};
+
+// Takes what may stand before (or after) the digits, from `at` on; false when a piece stands
+// twice.
+bool takeAffixes(std::string_view text, size_t& at, const Locale& symbols, Affixes& found,
+                 bool before) {
+  for (;;) {
+    while (at < text.size() && (text[at] == ' ' || text[at] == '\t')) ++at;
+    if (at >= text.size()) return true;
+    const char c = text[at];
+    if (c == '+' || c == '-') {
+      if (found.sign) return false;
+      found.sign = true;
+      found.minus = c == '-';
+      ++at;
+    } else if (startsWith(text, at, symbols.currencySymbol())) {
+      if (found.currency) return false;
+      found.currency = true;
+      at += symbols.currencySymbol().size();
+    } else if (before && c == '(' && at == 0) {
+      found.open = true;
+      ++at;
+    } else if (!before && c == ')' && found.open && !found.close) {
+      found.close = true;
+      ++at;
+    } else {
+      return true;
+    }
+  }
+}
+
+}  // namespace
+
+ParsedNumber parseNumber(std::string_view text, const Locale& symbols) {
   text = trimWhitespace(text);
   if (text.empty()) return {};
+  if (text[0] == '&') return radixNumber(text);
 
-  if (text[0] == '&') {
-    if (text.size() < 3) return {};
-    const char kind = static_cast<char>(text[1] | 0x20);
-    const int base = kind == 'h' ? 16 : (kind == 'o' ? 8 : 0);
-    if (base == 0) return {};
-    uint64_t value = 0;
-    for (char c : text.substr(2)) {
-      int digit = -1;
-      if (c >= '0' && c <= '9')
-        digit = c - '0';
-      else if (base == 16 && (c | 0x20) >= 'a' && (c | 0x20) <= 'f')
-        digit = (c | 0x20) - 'a' + 10;
-      if (digit < 0 || digit >= base) return {};
-      value = value * static_cast<uint64_t>(base) + static_cast<uint64_t>(digit);
-      if (value > 0xFFFFFFFFull) return {ParseOutcome::Overflow, 0};
-    }
-    // Eight hexadecimal digits fill a Long: the top bit is its sign.
-    const double number = value > 0x7FFFFFFFull ? static_cast<double>(value) - 4294967296.0
-                                                : static_cast<double>(value);
-    return {ParseOutcome::Number, number};
-  }
-
+  const std::string decimal = symbols.decimalSeparator();
+  const std::string thousands = symbols.thousandsSeparator();
+  Affixes affixes;
   size_t i = 0;
-  bool negative = false;
-  if (text[i] == '+' || text[i] == '-') {
-    negative = text[i] == '-';
-    ++i;
-  }
+  if (!takeAffixes(text, i, symbols, affixes, true)) return {};
+
   std::string normalized;
   size_t digitCount = 0;
   size_t wholeDigits = 0;
@@ -487,33 +449,39 @@ ParsedNumber parseNumber(std::string_view text, std::string_view decimalSeparato
       ++digitCount;
       if (!seenSeparator && (wholeDigits > 0 || c != '0')) ++wholeDigits;
       ++i;
-    } else if (!seenSeparator && !decimalSeparator.empty() &&
-               text.substr(i, decimalSeparator.size()) == decimalSeparator) {
+    } else if (!seenSeparator && startsWith(text, i, decimal)) {
       normalized += '.';
       seenSeparator = true;
-      i += decimalSeparator.size();
+      i += decimal.size();
+    } else if (!seenSeparator && digitCount > 0 && startsWith(text, i, thousands) &&
+               i + thousands.size() < text.size() && text[i + thousands.size()] >= '0' &&
+               text[i + thousands.size()] <= '9') {
+      // Digit groups: the separator is skipped between digits of the whole part.
+      i += thousands.size();
     } else {
       break;
     }
   }
   if (digitCount == 0) return {};
   long exponent = 0;
-  if (i < text.size()) {
-    const char e = static_cast<char>(text[i] | 0x20);
-    if (e != 'e' && e != 'd') return {};
+  if (i < text.size() && ((text[i] | 0x20) == 'e' || (text[i] | 0x20) == 'd')) {
     ++i;
     bool negativeExponent = false;
     if (i < text.size() && (text[i] == '+' || text[i] == '-')) {
       negativeExponent = text[i] == '-';
       ++i;
     }
-    if (i == text.size()) return {};
-    for (; i < text.size(); ++i) {
-      if (text[i] < '0' || text[i] > '9') return {};
+    const size_t first = i;
+    for (; i < text.size() && text[i] >= '0' && text[i] <= '9'; ++i) {
       if (exponent < 100000) exponent = exponent * 10 + (text[i] - '0');
     }
+    if (i == first) return {};
     if (negativeExponent) exponent = -exponent;
   }
+  if (!takeAffixes(text, i, symbols, affixes, false) || i != text.size()) return {};
+  // Parentheses come in pairs and stand for the minus sign: with a sign of their own, no number.
+  if (affixes.open != affixes.close || (affixes.open && affixes.sign)) return {};
+
   normalized += 'e';
   normalized += std::to_string(exponent);
   double value = 0;
@@ -526,6 +494,7 @@ ParsedNumber parseNumber(std::string_view text, std::string_view decimalSeparato
   } else if (result.ec != std::errc()) {
     return {};
   }
+  const bool negative = affixes.minus || affixes.open;
   return {ParseOutcome::Number, negative ? -value : value};
 }
 
@@ -543,8 +512,11 @@ std::string describe(const Variant& value) {
       return "Single(" + formatSingle(value.toSingle(), ".") + ")";
     case VarType::Double:
       return "Double(" + formatDouble(value.toDouble(), ".") + ")";
-    case VarType::Date:
+    case VarType::Date: {
+      const double days = value.toDouble();
+      if (!isDateInRange(days)) return "Date(serial " + formatDouble(days, ".") + ")";
       return "Date(" + value.toText() + ")";
+    }
     case VarType::String:
       return "String(\"" + value.toText() + "\")";
     case VarType::Boolean:

@@ -36,6 +36,7 @@ struct DateSerial {
 };
 
 class Variant;
+class Locale;
 
 // An array with its lower bound, as a value holds it. Shared and never changed once held,
 // so that copying a value with a long array costs no copy of the elements.
@@ -49,7 +50,9 @@ struct VariantArray {
 };
 
 // The one value type at every boundary: what an automation VARIANT held. Conversions follow
-// Visual Basic: the text form of a Double has up to 15 significant digits, conversion to the
+// Visual Basic: the text form of a Double has up to 15 significant digits (rounded half away
+// from zero; a number that is no finite one reads "1.#INF", "-1.#INF", "-1.#IND" or
+// "1.#QNAN", as the platform writes it), conversion to the
 // integer types rounds half to even and raises 6 on overflow, text that is no number raises
 // 13, Null raises 94 where a value is needed, Empty is "" and 0. The decimal separator of
 // every conversion between numbers and text comes from the thread's locale service.
@@ -125,10 +128,8 @@ std::optional<int> compare(const Variant& a, const Variant& b);
 // value model and by every place that writes numbers for people (labels, charts).
 std::string formatDouble(double value, std::string_view decimalSeparator);
 std::string formatSingle(float value, std::string_view decimalSeparator);
-std::string formatDate(DateSerial date);
 // Format(value, "General Number"): a number, or text that reads as one, in its general form;
-// other text as it stands; Empty and Null as "". An infinite number gives the platform's
-// "1.#INF" / "-1.#INF", so that a test for "#" finds it.
+// other text as it stands; Empty and Null as "".
 std::string formatGeneralNumber(const Variant& value);
 
 enum class ParseOutcome { Number, NotANumber, Overflow };
@@ -136,9 +137,12 @@ struct ParsedNumber {
   ParseOutcome outcome = ParseOutcome::NotANumber;
   double value = 0;
 };
-// Text as the language reads a number: blanks around it, a sign, digits with one decimal
-// separator, an exponent with E or D, or "&H" and "&O" for hexadecimal and octal integers.
-ParsedNumber parseNumber(std::string_view text, std::string_view decimalSeparator);
+// Text as the language reads a number with the symbols of a locale: blanks around it, digits
+// with one decimal separator and digit groups in the whole part ("1,234.5"), an exponent with
+// E or D, a sign before or after the digits ("-5", "5-", "- 5"), parentheses for the minus
+// sign ("(5)"), the currency symbol before or after ("$11", "-$1,234.5"), or "&H" and "&O" for
+// hexadecimal and octal integers.
+ParsedNumber parseNumber(std::string_view text, const Locale& symbols);
 
 // Readable form for tests and transcripts: Double(12.5), String("abc"), Null.
 std::string describe(const Variant& value);

@@ -6,6 +6,7 @@
 #include "platform/headless/headless.h"
 #include "platform/regexp/pcre2_regexp.h"
 #include "platform/xml/pugi_dom.h"
+#include "values/locale.h"
 
 namespace tessaline::demo {
 
@@ -18,7 +19,7 @@ constexpr const char* kFlowRate =
 
 // The host's check at each key release: a number from 0 to 100.
 bool validateFlowRate(const std::string&, const Variant& value, std::string& errorText) {
-  const ParsedNumber number = parseNumber(value.toText(), ".");
+  const ParsedNumber number = parseNumber(value.toText(), FixedLocale("."));
   if (number.outcome != ParseOutcome::Number) {
     errorText = "Not a number";
     return false;
