@@ -106,6 +106,7 @@ void EnumeratedList::InitProperties() {
   canSubscribe_ = true;
   hot_ = false;
   name_.clear();
+  storedValue_ = Variant("");
   baselineText_.clear();
   access_ = static_cast<int32_t>(AccessType::ReadWrite);
   statusMode_ = 0;

@@ -105,7 +105,6 @@ class EnumeratedList : public virtual IDTMEnumeration, public DataControl {
         .TESSALINE_PROPERTY(int32_t, SelStart)
         .TESSALINE_PROPERTY(std::string, SelText)
         .TESSALINE_PROPERTY(std::string, ToolTipText)
-        .procedure("InitProperties", &Self::InitProperties)
         .persist({"IDTMDataControl_Active",
                   "IDtmControl_Enable",
                   "IDTMDataControl_Hot",

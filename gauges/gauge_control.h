@@ -123,7 +123,6 @@ class GaugeControl : public DataMembers<NoDataControlInterface>,
         .function("getNoOfCharts", &Self::getNoOfCharts)
         .procedure("createChart", &Self::createChart)
         .function("IsNotANumber", &Self::IsNotANumber)
-        .procedure("InitProperties", &Self::InitProperties)
         .persist({"IDTMDataControl_Active", "IDtmControl_Enable", "IDtmControl_Visible",
                   Persisted("IDTMDataControl_Name")
                       .restoredBy(&GaugeControl::restoreName)

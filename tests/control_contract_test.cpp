@@ -146,6 +146,29 @@ TEST_P(EveryControl, ReadsEveryPropertyByName) {
   }
 }
 
+// Termination destroys the tooltip window of the control and of the status child it owns,
+// however often the definition and Visible rebuilt them.
+TEST_P(EveryControl, LeavesNoTooltipWindowBehind) {
+  const headless::Tooltips& tooltips = headless::current().tooltips();
+  const size_t before = tooltips.liveCount();
+  {
+    Ref<Object> fresh = make();
+    Ref<IDtmControl> frame = queryInterface<IDtmControl>(fresh);
+    frame->IDTMControl_Init(host);
+    if (auto data = queryInterface<IDTMDataControl>(fresh)) {
+      data->IDTMDataControl_DataItemDef(
+          testing::element("<dataItem name='x' help='Help' description='Text'/>"));
+    }
+    if (auto range = queryInterface<IDtmDataSubscriptionControlRange>(fresh)) {
+      range->IDtmDataSubscriptionControlRange_GaugeDataDef(
+          testing::element("<gauge lowerRange='L' upperRange='H'/>"));
+    }
+    frame->IDtmControl_Visible(false);
+    frame->IDtmControl_Visible(true);
+  }
+  EXPECT_EQ(tooltips.liveCount(), before);
+}
+
 // A forwarded property marks the saved state stale under its own name once the child took the
 // value; a child that refuses a value (a row beyond its list) raises, and nothing is marked.
 TEST_P(EveryControl, ForwardedPropertiesMarkTheirOwnName) {

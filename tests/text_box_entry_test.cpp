@@ -26,6 +26,21 @@ class TextBoxEntry : public testing::HeadlessTest {
   std::shared_ptr<DTMDataTextBox> box;
 };
 
+// Locked reaches the child: the user can't change the text, a program still can.
+TEST_F(TextBoxEntry, ALockedBoxTakesNoKeyNorPasteButAValueByProgram) {
+  box->IDtmControl_DtmContainer(host);
+  box->IDTMDataControl_SetDeviceValue(Variant("12"));
+  box->let("Locked", Variant(true));
+  host->takeCalls();
+  text().type("34");
+  headless::current().clipboard().SetText("99");
+  text().paste();
+  EXPECT_EQ(box->Text1().Text(), "12");
+  EXPECT_FALSE(box->IDTMDataControl_Hot());
+  box->IDTMDataControl_SetDeviceValue(Variant("56"));
+  EXPECT_EQ(box->Text1().Text(), "56");
+}
+
 TEST_F(TextBoxEntry, AFixedPointFormatStopsAtItsWidth) {
   numbers("5.2f");
   text().type("123456");
