@@ -103,6 +103,15 @@ TEST(ChartScale, TicksStopAtTheirLimitInsteadOfLooping) {
   EXPECT_DOUBLE_EQ(reversed.back(), 0);
 }
 
+// Ends that differ by a hair compared with their size would make a tick counter pass 2^53,
+// where adding one no longer changes a double; such a spacing gives no ticks and ends.
+TEST(ChartScale, TicksThatTheEndsCantTellApartAreNone) {
+  EXPECT_TRUE(tickPositions(Scale{0.9999999999999996, 1.0, 0, 0, 0}, 1e-17).empty());
+  EXPECT_TRUE(tickPositions(Scale{2.8e276, 2.8e276 * (1 + 4e-16), 0, 0, 0}, 2.8e260).empty());
+  EXPECT_TRUE(tickPositions(Scale{1e20, 1e20 + 65536, 0, 0, 0}, 1).empty());
+  EXPECT_EQ(tickPositions(Scale{1e15, 1e15 + 4, 0, 0, 0}, 1).size(), 5u);
+}
+
 TEST(ChartScale, ChartTimeCountsSecondsFromTheYearOne) {
   EXPECT_DOUBLE_EQ(chartTime(1, 1, 1, 0, 0, 0), 0);
   EXPECT_DOUBLE_EQ(chartTime(1970, 1, 1, 0, 0, 0), 62135596800.0);
@@ -232,6 +241,19 @@ TEST_F(ChartEngine, MeterTicksGiveOnePositionPerMicroTick) {
   EXPECT_EQ(meter.getTicks().toArray().items.size(), 1u);
   meter.setScale(0, 100, 50, 10, 1e-9);  // too fine to count falls back to the next kind
   EXPECT_EQ(meter.getTicks().toArray().items.size(), 11u);
+  // Ends that the ticks can't be told apart on draw with no ticks, and end.
+  meter.setScale(2.8e276, 2.8e276 * (1 + 4e-16), 2.8e260, 1.4e260, 2.8e259);
+  EXPECT_LE(meter.getTicks().toArray().items.size(), 2u);
+  EXPECT_TRUE(PictureFromBytes(meter.makeChart2(2)));
+}
+
+TEST_F(ChartEngine, AxesWithEndsAHairApartSettleAndDraw) {
+  XYChartImpl chart(300, 200, 0xFFFFFF, kNoColor, 0);
+  chart.setPlotArea(40, 10, 240, 160, 0xFFFFFF, -1, -1, 0xCCCCCC, 0xCCCCCC);
+  chart.addLineLayer(series({0.9999999999999996, 1.0}), 0xFF0000, "", 0);
+  chart.yAxis()->setLinearScale(0.9999999999999996, 1.0, 0, 0);
+  chart.xAxis()->setLinearScale(2.8e276, 2.8e276 * (1 + 4e-16), 2.8e260, 0);
+  EXPECT_TRUE(PictureFromBytes(chart.makeChart2(0)));
 }
 
 TEST_F(ChartEngine, PointersAtNoValueAreHiddenAndFarValuesStayNearTheDial) {

@@ -3,14 +3,33 @@
 #include <png.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <random>
 #include <string>
 
 #include "platform/chart/codecs.h"
 #include "platform/picture.h"
 #include "support.h"
+
+// The largest single allocation while a test watches, to see what a decoder allocates before its
+// data runs out.
+namespace {
+thread_local size_t largestAllocation = 0;
+}  // namespace
+
+// Allocation and release pair up through malloc and free; the compiler can't see that.
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+void* operator new(size_t size) {
+  largestAllocation = std::max(largestAllocation, size);
+  if (void* p = std::malloc(size ? size : 1)) return p;
+  throw std::bad_alloc();
+}
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, size_t) noexcept { std::free(p); }
 
 namespace tessaline::chart {
 namespace {
@@ -174,12 +193,16 @@ Bytes gif(int w, int h, const std::vector<GifFrame>& frames) {
   return out;
 }
 
-// The JPEG with the height in its frame header replaced.
-Bytes withJpegHeight(Bytes file, uint16_t height) {
-  for (size_t i = 0; i + 6 < file.size(); ++i) {
+// The JPEG with the height (and the width) in its frame header replaced.
+Bytes withJpegHeight(Bytes file, uint16_t height, uint16_t width = 0) {
+  for (size_t i = 0; i + 8 < file.size(); ++i) {
     if (file[i] == 0xFF && file[i + 1] == 0xC0) {
       file[i + 5] = static_cast<uint8_t>(height >> 8);
       file[i + 6] = static_cast<uint8_t>(height);
+      if (width) {
+        file[i + 7] = static_cast<uint8_t>(width >> 8);
+        file[i + 8] = static_cast<uint8_t>(width);
+      }
       return file;
     }
   }
@@ -427,6 +450,35 @@ TEST(PictureRejects, SidesAboveTheLimitAndEmptyImages) {
        }) {
     EXPECT_FALSE(decode(file, out));
   }
+}
+
+// A tiny file that claims 16384 x 16384 pixels would cost a gigabyte before its data runs out:
+// a claimed size that the data can't fill is refused before anything is allocated, while a
+// small picture that uses the same codes still decodes.
+TEST(PictureRejects, SizesThatTheirDataCannotFill) {
+  const Bytes blankRle = {0, 1};  // nothing but the end of the bitmap
+  const Bytes pngRows(16384 / 8, 0);
+  Bytes cutPng = png(16384, 16384, PNG_COLOR_TYPE_GRAY, 1, Bytes(16384 / 8 * 8, 0));
+  cutPng.resize(200);
+  const Bytes jpeg = encodeJpeg(chartLike(8, 8));
+  const struct {
+    const char* name;
+    Bytes file;
+  } liars[] = {
+      {"rle", bmp(16384, 16384, 8, 1, {0xFF0000}, blankRle)},
+      {"gif", gif(16384, 16384, {{0, 0, 1, 1, {1}}})},
+      {"png", cutPng},
+      {"jpeg", withJpegHeight(jpeg, 16384, 16384)},
+  };
+  for (const auto& liar : liars) {
+    PixelImage out;
+    largestAllocation = 0;
+    EXPECT_FALSE(decode(liar.file, out)) << liar.name;
+    EXPECT_LT(largestAllocation, size_t{16} << 20) << liar.name;
+  }
+  PixelImage out;
+  EXPECT_TRUE(decode(bmp(64, 64, 8, 1, {0xFF0000}, blankRle), out));
+  EXPECT_TRUE(decode(gif(256, 256, {{0, 0, 1, 1, {1}}}), out));
 }
 
 TEST(PictureRejects, DamagedBitmapAndIconStructures) {

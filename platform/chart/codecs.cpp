@@ -33,6 +33,28 @@ bool plausibleSize(int64_t width, int64_t height) {
   return width > 0 && height > 0 && width <= kLargestSide && height <= kLargestSide;
 }
 
+// A picture that a definition names is outside input, and its header may claim a size that its
+// data can't fill. Before a decoder allocates, the claimed pixels must stay within a total
+// budget (256 MB of pixels) and within what the file's bytes can describe at the densest
+// coding of its format, so that no decoder allocates more than a small multiple of that.
+constexpr int64_t kPixelBudget = int64_t{64} << 20;
+// Deflate packs at most 1032 bytes into one, and a byte of one-bit rows holds 8 pixels.
+constexpr int64_t kPngPixelsPerByte = 1032 * 8;
+// Every 8 x 8 block costs at least one bit of its DC code.
+constexpr int64_t kJpegPixelsPerByte = 64 * 8;
+// A 12-bit LZW code stands for at most 4096 pixels.
+constexpr int64_t kGifPixelsPerByte = 4096 * 8 / 12 + 1;
+// A run of two bytes paints at most 255 pixels; the rest of a picture skipped by delta and
+// end codes stays blank, and a blank that large is no picture anyone draws.
+constexpr int64_t kRlePixelsPerByte = 128;
+
+bool fillable(int64_t width, int64_t height, size_t bytes, int64_t pixelsPerByte) {
+  if (!plausibleSize(width, height)) return false;
+  const int64_t pixels = width * height;
+  // A little slack for the smallest files, whose headers are most of their bytes.
+  return pixels <= kPixelBudget && pixels <= (static_cast<int64_t>(bytes) + 64) * pixelsPerByte;
+}
+
 bool validImage(const PixelImage& image) {
   return plausibleSize(image.width, image.height) &&
          image.pixels.size() ==
@@ -160,7 +182,8 @@ bool decodePng(const uint8_t* data, size_t size, PixelImage& out) {
   PngSource source{data, size, 0};
   png_set_read_fn(reader.png, &source, pngRead);
   png_uint_32 width = 0, height = 0;
-  if (!readPngHeader(reader.png, reader.info, &width, &height) || !plausibleSize(width, height)) {
+  if (!readPngHeader(reader.png, reader.info, &width, &height) ||
+      !fillable(width, height, size, kPngPixelsPerByte)) {
     return false;
   }
   out.width = static_cast<int32_t>(width);
@@ -290,7 +313,9 @@ bool decodeJpeg(const uint8_t* data, size_t size, PixelImage& out) {
   } reader;
   if (!readJpegHeader(&reader.info, &reader.error, data, size)) return false;
   const int64_t width = reader.info.output_width, height = reader.info.output_height;
-  if (!plausibleSize(width, height) || reader.info.output_components != 4) return false;
+  if (!fillable(width, height, size, kJpegPixelsPerByte) || reader.info.output_components != 4) {
+    return false;
+  }
   out.width = static_cast<int32_t>(width);
   out.height = static_cast<int32_t>(height);
   out.pixels.resize(static_cast<size_t>(width) * static_cast<size_t>(height));
@@ -481,6 +506,7 @@ bool decodeDib(const uint8_t* data, size_t size, size_t dib, size_t pixelsAt, bo
   const size_t stride = (w * d.bpp + 31) / 32 * 4;
   const bool rle = d.compression == kRle8 || d.compression == kRle4;
   if (!rle && stride * h > size - d.pixelsAt) return false;
+  if (rle && !fillable(d.width, d.height, size - d.pixelsAt, kRlePixelsPerByte)) return false;
 
   out.width = static_cast<int32_t>(w);
   out.height = static_cast<int32_t>(h);
@@ -568,8 +594,8 @@ bool skipGifBlocks(GifFileType* gif, GifByteType* block, bool code) {
 // Reads the first frame onto a transparent canvas of the logical screen, line by line, so that
 // a frame's declared size costs nothing before its data arrives. Later frames are walked over
 // undecoded to the trailer, so that a cut file is refused.
-bool readGifFirstFrame(GifFileType* gif, PixelImage& out) {
-  if (!plausibleSize(gif->SWidth, gif->SHeight)) return false;
+bool readGifFirstFrame(GifFileType* gif, size_t bytes, PixelImage& out) {
+  if (!fillable(gif->SWidth, gif->SHeight, bytes, kGifPixelsPerByte)) return false;
   const size_t w = static_cast<size_t>(gif->SWidth), h = static_cast<size_t>(gif->SHeight);
   int transparent = NO_TRANSPARENT_COLOR;
   bool framed = false;
@@ -643,7 +669,7 @@ bool decodeGif(const uint8_t* data, size_t size, PixelImage& out) {
   GifSource source{data, size, 0};
   int error = 0;
   const std::unique_ptr<GifFileType, Close> gif(DGifOpen(&source, readGif, &error));
-  return gif && readGifFirstFrame(gif.get(), out);
+  return gif && readGifFirstFrame(gif.get(), size, out);
 }
 
 // ---- ICO -------------------------------------------------------------------------------

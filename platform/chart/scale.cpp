@@ -69,11 +69,20 @@ std::vector<double> tickPositions(const Scale& scale, double spacing, int32_t li
   const double first = std::ceil((lo - scale.anchor) / spacing - kEpsilon);
   const double last = std::floor((hi - scale.anchor) / spacing + kEpsilon);
   if (!std::isfinite(first) || !std::isfinite(last) || last < first) return ticks;
+  // Tick numbers are counted as integers: beyond 2^53 a double can't tell a number from the
+  // next, so a spacing that fine beside ends that large gives no ticks of this kind.
+  constexpr double kExactIntegers = 9007199254740992.0;
+  if (std::abs(first) >= kExactIntegers || std::abs(last) >= kExactIntegers) return ticks;
   if (last - first + 1 > limit) return ticks;
-  for (double k = first; k <= last; k += 1) {
-    double position = scale.anchor + k * spacing;
+  const auto firstNumber = static_cast<int64_t>(first);
+  const auto count = static_cast<int64_t>(last - first) + 1;
+  ticks.reserve(static_cast<size_t>(count));
+  for (int64_t k = 0; k < count; ++k) {
+    double position = scale.anchor + static_cast<double>(firstNumber + k) * spacing;
     // Ticks that land within rounding noise of zero are zero, so labels don't read -0.
     if (std::abs(position) < spacing * kEpsilon) position = 0;
+    // A spacing below the precision of the ends puts ticks on one another: none of them.
+    if (!ticks.empty() && position == ticks.back()) return {};
     ticks.push_back(position);
   }
   if (scale.lower > scale.upper) std::reverse(ticks.begin(), ticks.end());
