@@ -5,7 +5,8 @@ ASAN_BUILD ?= build-asan
 CONFIG = -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTESSALINE_WERROR=ON
 ASAN_CONFIG = -DCMAKE_BUILD_TYPE=Debug -DTESSALINE_WERROR=ON -DTESSALINE_SANITIZE=ON -DTESSALINE_BENCH=OFF
 
-.PHONY: all bootstrap configure build demo test test-fast test-asan bench format check-format clean
+.PHONY: all bootstrap configure build demo test test-fast test-asan fuzz fuzz-smoke bench format \
+	check-format clean
 
 all: build
 
@@ -22,7 +23,7 @@ demo: configure
 	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-demo
 	@$(BUILD)/apps/tessaline-demo --out out
 
-test: check-format test-fast test-asan
+test: check-format test-fast test-asan fuzz-smoke
 
 test-fast: build
 	@ctest --test-dir $(BUILD) --output-on-failure -j$(JOBS)
@@ -33,6 +34,15 @@ test-asan: bootstrap
 	@ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan.supp \
 	  ctest --test-dir $(ASAN_BUILD) --output-on-failure -j$(JOBS)
+
+# Every fuzz target built with clang and libFuzzer, run for FUZZ_SECONDS each.
+FUZZ_SECONDS ?= 60
+fuzz: bootstrap
+	@FUZZ_SECONDS=$(FUZZ_SECONDS) JOBS=$(JOBS) scripts/fuzz
+
+# What CI runs: the harnesses must build and survive a short run each.
+fuzz-smoke: bootstrap
+	@FUZZ_SECONDS=15 JOBS=$(JOBS) scripts/fuzz
 
 bench: configure
 	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-bench
@@ -49,4 +59,4 @@ check-format:
 	else echo "clang-format not installed: format check skipped"; fi
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD) out
+	rm -rf $(BUILD) $(ASAN_BUILD) build-fuzz out

@@ -44,7 +44,7 @@ struct VariantArray {
   int32_t lowerBound = 0;
   std::vector<Variant> items;
 
-  int32_t upperBound() const { return lowerBound + static_cast<int32_t>(items.size()) - 1; }
+  int32_t upperBound() const;
   // The element at a VB index; 9 outside the bounds.
   const Variant& at(int32_t index) const;
 };
@@ -118,6 +118,10 @@ class Variant {
                                std::shared_ptr<const VariantArray>>;
   Storage value_;
 };
+
+inline int32_t VariantArray::upperBound() const {
+  return lowerBound + static_cast<int32_t>(items.size()) - 1;
+}
 
 // The comparison of the language (Option Compare Binary): -1, 0 or 1, or nothing when either
 // side is Null. Numbers compare as numbers, texts byte by byte, a number is less than a text,

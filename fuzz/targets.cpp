@@ -1,0 +1,536 @@
+#include "fuzz/targets.h"
+
+#include <gif_lib.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+
+#include "entry/data_multi_line_text_box.h"
+#include "entry/data_text_box.h"
+#include "frame/data_type_controller.h"
+#include "host/form.h"
+#include "host/reference_host.h"
+#include "platform/chart/codecs.h"
+#include "platform/chart/install.h"
+#include "platform/chart/label_format.h"
+#include "platform/headless/headless.h"
+#include "platform/picture.h"
+#include "platform/regexp/pcre2_regexp.h"
+#include "platform/xml/form_file.h"
+#include "platform/xml/pugi_dom.h"
+#include "server/class_catalogue.h"
+#include "values/dates.h"
+#include "values/locale.h"
+
+namespace tessaline::fuzz {
+
+namespace {
+
+using namespace std::string_literals;
+
+// A broken promise of the library (text it writes that it can't read back, say): the fuzzer
+// reports it as a crash with this line.
+[[noreturn]] void finding(const std::string& what) {
+  std::fprintf(stderr, "finding: %s\n", what.c_str());
+  std::abort();
+}
+
+// The services a host installs once on its thread; tests that run the targets have them
+// already.
+void ensureEnvironment() {
+  if (!platform::hasBackend()) headless::install(".");
+  if (!platform::hasPictureDecoder()) chart::install();
+  regexp::install();
+}
+
+std::string_view text(const uint8_t* data, size_t size) {
+  return {reinterpret_cast<const char*>(data), size};
+}
+
+// ---- Definitions ----------------------------------------------------------------------------
+
+std::vector<std::string> controlProgIds() {
+  std::vector<std::string> ids;
+  for (const CatalogueEntry& entry : catalogue()) {
+    if (entry.identity->isControl() && entry.create) ids.push_back(entry.identity->progId());
+  }
+  return ids;
+}
+
+// Byte 0 picks the control class, byte 1 the places the node goes (1 the data item, 2 the
+// enumeration, 4 the gauge node), the rest is the XML text.
+void definitions(const uint8_t* data, size_t size) {
+  if (size < 2) return;
+  ensureEnvironment();
+  static const std::vector<std::string> classes = controlProgIds();
+  const std::string& progId = classes[data[0] % classes.size()];
+  const uint8_t places = data[1];
+  Ref<platform::XmlNode> node;
+  try {
+    node = xml::parseElement(text(data + 2, size - 2));
+  } catch (const VbError&) {
+    return;
+  }
+  auto host = std::make_shared<host::ReferenceHost>();
+  host->evaluate = [](const std::string& expression) { return expression.size() % 2 == 0; };
+  const Ref<Object> control = CreateObject(progId);
+  queryInterface<IDtmControl>(control)->IDTMControl_Init(host);
+  try {
+    auto dataControl = queryInterface<IDTMDataControl>(control);
+    auto enumeration = queryInterface<IDTMEnumeration>(control);
+    auto range = queryInterface<IDtmDataSubscriptionControlRange>(control);
+    auto subscription = queryInterface<IDtmDataSubscriptionControl>(control);
+    auto& byName = dynamic_cast<Dispatchable&>(*control);
+    if ((places & 1) && byName.hasMember("IDTMDataControl_DataItemDef")) {
+      byName.let("IDTMDataControl_DataItemDef", Variant(Ref<Object>(node)));
+    }
+    if ((places & 2) && enumeration) enumeration->IDTMEnumeration_EnumDataDef(node);
+    if ((places & 4) && range) range->IDtmDataSubscriptionControlRange_GaugeDataDef(node);
+    if (subscription) {
+      const Variant items = subscription->IDtmDataSubscriptionControl_SubscriptionItems();
+      const Variant values[] = {Variant(1.5), Variant("7"), Variant(int16_t{1137}), Variant(-3.0)};
+      size_t k = 0;
+      for (const Variant& item : items.toArray().items) {
+        subscription->IDtmDataSubscriptionControl_UpdateSubscriptionValues(
+            item.toText(), values[k++ % std::size(values)]);
+      }
+    }
+    if (dataControl) {
+      dataControl->IDTMDataControl_SetDeviceValue(Variant("1"));
+      dataControl->IDTMDataControl_SetDeviceValue(Variant(2.5));
+      dataControl->IDTMDataControl_Value();
+      queryInterface<IDtmControl>(control)->IDtmControl_Visible(false);
+      queryInterface<IDtmControl>(control)->IDtmControl_Visible(true);
+    }
+  } catch (const VbError&) {
+  }
+  SetSharedHost(nullptr);
+}
+
+std::vector<std::string> definitionSeeds() {
+  const char* nodes[] = {
+      R"(<dataItem name="Flow" type="float" formatString="5.2f" access="ReadWrite" )"
+      R"(defaultValue="0" label="Flow_label" unit="l/min" source="device" )"
+      R"(description="Flow_description" help="Flow_help" validators="v"/>)",
+      R"(<enumeration><e name="Off" code="0" label="L_Off"/><e name="On" code="1" )"
+      R"(includeIf=" Mode == 1 "/><e name="x"/><e code="2"/></enumeration>)",
+      R"(<gauge lowerRange="Low" upperRange="High" pointerColor="FF0000">)"
+      R"(<zones type="low_limit"><zone name="Z1" color="00FF00"/><zone name="Z2" )"
+      R"(color="FFFF00"/></zones></gauge>)",
+      R"(<gauge lowerRange="Low" upperRange="High"><zones type="high_limit">)"
+      R"(<zone name="Z1" color="FF0000"/></zones></gauge>)",
+      R"(<enumeration><unit name="bar" code="1137" label="unit_bar"/></enumeration>)",
+  };
+  std::vector<std::string> seeds;
+  const size_t classes = controlProgIds().size();
+  for (size_t c = 0; c < classes; ++c) {
+    for (const char* node : nodes) {
+      seeds.push_back(std::string{static_cast<char>(c), 7} + node);
+    }
+  }
+  return seeds;
+}
+
+// ---- Typing into a text box -------------------------------------------------------------------
+
+// Byte 0: bit 0 the multi-line box, bits 1 to 3 the text type. Then the edit format up to a
+// line end, then the user's actions: 1 paste the text up to the next 0, 2 backspace, 3 select
+// (two bytes: start, length), 4 a device value up to the next 0, 5 6 7 Ctrl+C, Ctrl+X, Ctrl+V,
+// 8 the focus comes, 9 it goes, 10 hot false; any other run of bytes is typed.
+void typing(const uint8_t* data, size_t size) {
+  if (size < 1) return;
+  ensureEnvironment();
+  auto host = std::make_shared<host::ReferenceHost>();
+  host->validate = [](const std::string&, const Variant& value, std::string& errorText) {
+    const bool valid = value.toText().size() % 3 != 0;
+    if (!valid) errorText = "refused";
+    return valid;
+  };
+  const bool multiLine = data[0] & 1;
+  std::shared_ptr<TextEntry> box;
+  if (multiLine) {
+    box = DTMDataMultiLnTextBox::create();
+  } else {
+    box = DTMDataTextBox::create();
+  }
+  box->IDTMControl_Init(host);
+  box->IDtmControl_DtmContainer(host);
+  box->IDtmControl_Name("Item");
+  box->TextType(static_cast<TextDataType>((data[0] >> 1) % 5));
+  std::string_view rest = text(data + 1, size - 1);
+  const size_t end = rest.find('\n');
+  try {
+    box->IDTMControlFormatter_EditFormat(std::string(rest.substr(0, end)));
+  } catch (const VbError&) {
+    SetSharedHost(nullptr);
+    return;
+  }
+  rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
+  headless::TextBox& user = headless::user(box->Text1());
+  const auto until0 = [&rest] {
+    const size_t stop = rest.find('\0');
+    std::string piece(rest.substr(0, stop));
+    rest = stop == std::string_view::npos ? std::string_view() : rest.substr(stop + 1);
+    return piece;
+  };
+  try {
+    while (!rest.empty()) {
+      const auto action = static_cast<uint8_t>(rest[0]);
+      rest.remove_prefix(1);
+      switch (action) {
+        case 1:
+          headless::current().clipboard().SetText(until0());
+          user.paste();
+          break;
+        case 2:
+          user.backspace();
+          break;
+        case 3:
+          if (rest.size() >= 2) {
+            user.select(static_cast<uint8_t>(rest[0]), static_cast<uint8_t>(rest[1]));
+            rest.remove_prefix(2);
+          }
+          break;
+        case 4:
+          box->IDTMDataControl_SetDeviceValue(Variant(until0()));
+          break;
+        case 5:
+        case 6:
+        case 7:
+          user.pressCtrl("CXV"[action - 5]);
+          break;
+        case 8:
+          user.focus();
+          break;
+        case 9:
+          user.blur();
+          break;
+        case 10:
+          box->IDTMDataControl_Hot(false);
+          break;
+        default: {
+          size_t run = 0;
+          while (run < rest.size() && static_cast<uint8_t>(rest[run]) > 10) ++run;
+          user.type(std::string(1, static_cast<char>(action)) + std::string(rest.substr(0, run)));
+          rest.remove_prefix(run);
+        }
+      }
+    }
+    box->IDTMDataControl_Value();
+  } catch (const VbError&) {
+  }
+  // A user's action that fails leaves its error with the backend, as an event would.
+  headless::current().takeUnhandledErrors();
+  SetSharedHost(nullptr);
+}
+
+std::vector<std::string> typingSeeds() {
+  return {
+      "\x00"
+      "5.2f\n12.34\x02"
+      "5"s,
+      "\x00"
+      "4d\n-123\x03\x00\x02"
+      "99"s,
+      "\x02"
+      "8s\nabc.\x01xyz\x00"s,
+      "\x06"
+      "4x\n1fG\x05\x07"s,
+      "\x01"
+      "\nline\x04"
+      "device\x00\x08"
+      "more\x09\x0a"s,
+      "\x00"
+      "3.1F\n-1.5\x06\x01"
+      "7.25\x00"s,
+      "\x08"
+      "10s\nGrüße 😀\x02\x02"s,
+  };
+}
+
+// ---- Numbers and dates read from text --------------------------------------------------------
+
+// Byte 0, bit 0: the locale with a decimal comma. The rest is the text. What the value model
+// writes it must read back as the same text.
+void numbers(const uint8_t* data, size_t size) {
+  if (size < 1) return;
+  setLocale((data[0] & 1) ? std::make_shared<FixedLocale>(",") : nullptr);
+  const Variant value{std::string(text(data + 1, size - 1))};
+  const auto attempt = [](auto conversion) {
+    try {
+      conversion();
+    } catch (const VbError&) {
+    }
+  };
+  attempt([&] {
+    const double number = value.toDouble();
+    const std::string once = Variant(number).toText();
+    const std::string twice = Variant(Variant(once).toDouble()).toText();
+    if (once != twice) finding("double text " + once + " reads back as " + twice);
+  });
+  attempt([&] {
+    const float number = value.toSingle();
+    const std::string once = Variant(number).toText();
+    const std::string twice = Variant(Variant(once).toSingle()).toText();
+    if (once != twice) finding("single text " + once + " reads back as " + twice);
+  });
+  attempt([&] {
+    const DateSerial date = value.toDate();
+    const std::string once = Variant(date).toText();
+    const std::string twice = Variant(Variant(once).toDate()).toText();
+    if (once != twice) finding("date text " + once + " reads back as " + twice);
+  });
+  attempt([&] { value.toInt16(); });
+  attempt([&] { value.toInt32(); });
+  attempt([&] { value.toByte(); });
+  attempt([&] { value.toBool(); });
+  attempt([&] { formatGeneralNumber(value); });
+  DataTypeController controller;
+  for (const char* type : {"int16", "INT32", "float", "bool", "byte", "string"}) {
+    attempt([&] { controller.MatchType(value, std::string(type)); });
+  }
+  setLocale(nullptr);
+}
+
+std::vector<std::string> numberSeeds() {
+  return {
+      "\x00"
+      "12.5"s,
+      "\x01"
+      "12,5"s,
+      "\x00"
+      "-1,234.5e3"s,
+      "\x00"
+      "($1,234.50)"s,
+      "\x00"
+      "5-"s,
+      "\x00"
+      "&HFF"s,
+      "\x00"
+      "&O17"s,
+      "\x00"
+      "1/2/1970 6:00 PM"s,
+      "\x00"
+      "Jan 2, 1970"s,
+      "\x00"
+      "#TRUE#"s,
+      "\x00"
+      "1.7E+308"s,
+      "\x00"
+      "4.9E-324"s,
+      "\x01"
+      "1.234,5"s,
+      "\x00"
+      "12:30:15"s,
+      "\x00"
+      "2-Jan-70"s,
+      "\x00"
+      " - 5 "s};
+}
+
+// ---- Chart label formats and markup ----------------------------------------------------------
+
+// Eight bytes of the value, then the format text (also read as markup).
+void labelFormats(const uint8_t* data, size_t size) {
+  if (size < 8) return;
+  double value = 0;
+  std::memcpy(&value, data, sizeof value);
+  const std::string_view format = text(data + 8, size - 8);
+  chart::formatLabel(format, value);
+  chart::parseMarkup(format);
+}
+
+std::vector<std::string> labelFormatSeeds() {
+  std::vector<std::string> seeds;
+  const double values[] = {12.345, -0.5, 63839011200.0, 1.7e308, 0};
+  const char* formats[] = {"{value|2}",
+                           "{value|2,.} bar",
+                           "{value|e3}",
+                           "{value|P4}",
+                           "{value|hh:nn:ss}",
+                           "{value|yyyy-mm-dd}",
+                           "<*size=10*>{value}<*br*><*color=FF0000*>x<*/*>",
+                           "<*bgColor=FFCCCC*><*font=arialbd.ttf*>{value|0}"};
+  size_t k = 0;
+  for (const char* format : formats) {
+    std::string seed(8, '\0');
+    std::memcpy(seed.data(), &values[k++ % std::size(values)], 8);
+    seeds.push_back(seed + format);
+  }
+  return seeds;
+}
+
+// ---- Pictures ----------------------------------------------------------------------------------
+
+void pictures(const uint8_t* data, size_t size) {
+  ensureEnvironment();
+  const Variant encoded(
+      Ref<Object>(std::make_shared<platform::ByteArray>(std::vector<uint8_t>(data, data + size))));
+  const Ref<platform::Picture> picture = platform::PictureFromBytes(encoded);
+  if (picture && static_cast<int64_t>(picture->image().pixels.size()) !=
+                     int64_t{picture->Width()} * picture->Height()) {
+    finding("a picture whose pixels don't fill its size");
+  }
+}
+
+platform::PixelImage sampleImage(int32_t w, int32_t h, bool alpha) {
+  platform::PixelImage image{w, h, {}};
+  for (int32_t y = 0; y < h; ++y) {
+    for (int32_t x = 0; x < w; ++x) {
+      // Premultiplied: no channel above alpha.
+      const uint32_t a = alpha ? static_cast<uint32_t>(32 + (x * 223) / w) : 255u;
+      image.pixels.push_back(a << 24 | ((x * 40u) % a) << 16 | ((y * 60u) % a) << 8 | (a / 2));
+    }
+  }
+  return image;
+}
+
+std::string toString(const std::vector<uint8_t>& v) { return {v.begin(), v.end()}; }
+
+std::string gifSeed(bool interlace) {
+  std::string out;
+  int error = 0;
+  GifFileType* g = EGifOpen(
+      &out,
+      [](GifFileType* g, const GifByteType* d, int n) {
+        static_cast<std::string*>(g->UserData)->append(reinterpret_cast<const char*>(d), n);
+        return n;
+      },
+      &error);
+  const GifColorType colours[4] = {{0, 0, 0}, {255, 0, 0}, {0, 255, 0}, {0, 0, 255}};
+  ColorMapObject* map = GifMakeMapObject(4, colours);
+  EGifSetGifVersion(g, true);
+  EGifPutScreenDesc(g, 8, 8, 8, 0, map);
+  GraphicsControlBlock control{DISPOSAL_UNSPECIFIED, false, 0, 2};
+  GifByteType extension[4];
+  EGifGCBToExtension(&control, extension);
+  EGifPutExtension(g, GRAPHICS_EXT_FUNC_CODE, 4, extension);
+  EGifPutImageDesc(g, 1, 1, 6, 6, interlace, nullptr);
+  GifPixelType line[6];
+  for (int y = 0; y < 6; ++y) {
+    for (int x = 0; x < 6; ++x) line[x] = static_cast<GifPixelType>((x + y) % 4);
+    EGifPutLine(g, line, 6);
+  }
+  EGifCloseFile(g, &error);
+  GifFreeMapObject(map);
+  return out;
+}
+
+std::string iconOf(const std::string& image, uint8_t side, uint16_t bits) {
+  std::string b = {0, 0, 1, 0, 1, 0, static_cast<char>(side), static_cast<char>(side), 0, 0, 1, 0};
+  const auto le = [&b](uint32_t v, int n) {
+    for (int i = 0; i < n; ++i) b += static_cast<char>(v >> (8 * i));
+  };
+  le(bits, 2);
+  le(static_cast<uint32_t>(image.size()), 4);
+  le(22, 4);
+  return b + image;
+}
+
+// A bitmap of 4 by 2 pixels in eight-bit runs: a run of three, an absolute run, end of line, end.
+std::string rleSeed() {
+  const std::string pixels = {3, 1, 0, 3, 2, 1, 2, 0, 0, 0, 4, 1, 0, 1};
+  std::string dib = {40, 0, 0, 0, 4, 0, 0, 0, 2, 0, 0, 0, 1, 0, 8, 0, 1, 0, 0, 0};
+  dib += std::string(20, '\0');
+  dib[32] = 3;  // three colours
+  dib += std::string("\x00\x00\xFF\x00\x00\xFF\x00\x00\xFF\x00\x00\x00", 12);
+  const uint32_t offset = 14 + static_cast<uint32_t>(dib.size());
+  std::string file = "BM";
+  const uint32_t total = offset + static_cast<uint32_t>(pixels.size());
+  for (uint32_t v : {total, 0u, offset}) {
+    for (int i = 0; i < 4; ++i) file += static_cast<char>(v >> (8 * i));
+  }
+  return file + dib + pixels;
+}
+
+std::vector<std::string> pictureSeeds() {
+  const std::string png = toString(chart::encodePng(sampleImage(8, 8, true)));
+  const std::string bmp = toString(chart::encodeBmp(sampleImage(5, 3, false)));
+  // The DIB of an icon: the bitmap without its file header, twice the height for the mask.
+  std::string dib = bmp.substr(14);
+  dib[8] = 6;
+  return {png,
+          toString(chart::encodeJpeg(sampleImage(16, 16, false), 75)),
+          bmp,
+          rleSeed(),
+          gifSeed(false),
+          gifSeed(true),
+          iconOf(png, 8, 32),
+          iconOf(dib + std::string(8, '\0'), 5, 24)};
+}
+
+// ---- Saved forms
+// ---------------------------------------------------------------------------------
+
+// A form file's text, loaded into controls as a host loads it, saved again, and read back.
+void forms(const uint8_t* data, size_t size) {
+  ensureEnvironment();
+  xml::FormDocument document;
+  try {
+    document = xml::parseForm(text(data, size));
+  } catch (const VbError&) {
+    return;
+  }
+  // Every control is made, so a huge form costs time without finding more.
+  if (document.controls.size() > 64) return;
+  std::vector<std::string> problems;
+  const host::HostForm form = host::HostForm::load(document, problems);
+  const std::string saved = xml::formText(form.save());
+  try {
+    xml::parseForm(saved);
+  } catch (const VbError& error) {
+    finding(std::string("a saved form that can't be read back: ") + error.what());
+  }
+}
+
+std::vector<std::string> formSeeds() {
+  return {
+      R"(<form name="Pump" width="7200" height="4800">)"
+      R"(<control progId="Tessaline.DTMDataTextBox" name="Pressure" left="120" top="120" )"
+      R"(width="3480" height="360" tabIndex="0">)"
+      R"(<property name="IDTMDataControl_Value" type="String" value="12.5"/>)"
+      R"(<property name="IDtmControl_Enable" type="Boolean" value="False"/>)"
+      R"(<property name="Font" type="Font" fontName="Arial" size="9.75" bold="True"/>)"
+      R"(<property name="TextType" type="Long" value="0"/>)"
+      R"(<property name="IDTMControlFormatter_EditFormat" type="String" value="5.2f"/>)"
+      R"(</control>)"
+      R"(<control progId="Tessaline.DTMDataComboBox" name="Mode" left="120" top="600" )"
+      R"(width="3480" height="360" tabIndex="1">)"
+      R"(<property name="IDTMDataControl_Hot" type="Boolean" value="True"/>)"
+      R"(<property name="BackColor" type="Long" value="255"/></control>)"
+      R"(<control progId="Tessaline.DTMDataGuageControl" name="G" left="0" top="0" )"
+      R"(width="3113" height="2458" tabIndex="2">)"
+      R"(<property name="DTMDataGaugeControl_LowerRange" type="String" value="0"/>)"
+      R"(<property name="Moment" type="Date" value="1970-01-02 06:30:00"/>)"
+      R"(<property name="Big" type="Double" value="1.7E+308"/>)"
+      R"(<property name="Bytes" type="Array" lowerBound="1"><item type="Byte" value="7"/>)"
+      R"(</property></control></form>)",
+      R"(<form name="x" width="100" height="100"><control progId="Tessaline.DtmStaticLabel" )"
+      R"(name="L" left="0" top="0" width="10" height="10" tabIndex="0">)"
+      R"(<property name="IDTMControl_Caption" type="String" encoding="base64" value="AAEC"/>)"
+      R"(</control></form>)",
+  };
+}
+
+const Target kTargets[] = {
+    {"definitions", definitions, definitionSeeds},
+    {"typing", typing, typingSeeds},
+    {"numbers", numbers, numberSeeds},
+    {"label_formats", labelFormats, labelFormatSeeds},
+    {"pictures", pictures, pictureSeeds},
+    {"forms", forms, formSeeds},
+};
+
+}  // namespace
+
+std::span<const Target> targets() { return kTargets; }
+
+const Target* findTarget(std::string_view name) {
+  for (const Target& target : kTargets) {
+    if (name == target.name) return &target;
+  }
+  return nullptr;
+}
+
+}  // namespace tessaline::fuzz
