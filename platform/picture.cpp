@@ -26,6 +26,18 @@ Ref<Picture> decode(const uint8_t* data, size_t size) {
 }
 }  // namespace
 
+const std::vector<uint8_t>& Picture::encoded() const {
+  return source_ ? source_->bytes() : encoded_;
+}
+
+const std::vector<uint8_t>& ByteArray::bytes() const {
+  if (!written_) {
+    written_ = true;
+    bytes_ = encode_(*pixels_);
+  }
+  return bytes_;
+}
+
 void setPictureDecoder(PictureDecoder decoder) { installed() = std::move(decoder); }
 
 bool hasPictureDecoder() { return static_cast<bool>(installed()); }
@@ -35,6 +47,7 @@ Ref<Picture> PictureFromBytes(const Variant& bytes) {
     if (bytes.isObject()) {
       auto held = std::dynamic_pointer_cast<ByteArray>(bytes.toObject());
       if (!held) return nullptr;
+      if (held->pixels()) return std::make_shared<Picture>(held->pixels(), Ref<ByteArray>(held));
       return decode(held->bytes().data(), held->bytes().size());
     }
     if (!bytes.isArray()) return nullptr;

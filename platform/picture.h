@@ -19,32 +19,54 @@ struct PixelImage {
   std::vector<uint32_t> pixels;
 };
 
+class ByteArray;
+
 // A picture object: what an image control or a chart viewer shows. Immutable once made.
 class Picture : public Object {
  public:
   explicit Picture(PixelImage image, std::vector<uint8_t> encoded = {})
-      : image_(std::move(image)), encoded_(std::move(encoded)) {}
-  int32_t Width() const { return image_.width; }
-  int32_t Height() const { return image_.height; }
-  const PixelImage& image() const { return image_; }
+      : image_(std::make_shared<const PixelImage>(std::move(image))),
+        encoded_(std::move(encoded)) {}
+  // The pixels of an encoded image that never left the process, shared with the bytes that
+  // stand for them.
+  Picture(std::shared_ptr<const PixelImage> image, Ref<ByteArray> source)
+      : image_(std::move(image)), source_(std::move(source)) {}
+  int32_t Width() const { return image_->width; }
+  int32_t Height() const { return image_->height; }
+  const PixelImage& image() const { return *image_; }
   // The bytes the picture was read from, so that a form can save it as it came; empty for a
   // picture drawn in memory.
-  const std::vector<uint8_t>& encoded() const { return encoded_; }
+  const std::vector<uint8_t>& encoded() const;
 
  private:
-  PixelImage image_;
+  std::shared_ptr<const PixelImage> image_;
   std::vector<uint8_t> encoded_;
+  Ref<ByteArray> source_;
 };
 
 // An encoded image held as one object, so that a chart's bytes travel in a value without
-// one element per byte.
+// one element per byte. A chart's bytes may be held as the pixels they stand for and written
+// only when someone asks for them: a picture that stays in the process is never encoded, and
+// never decoded either.
 class ByteArray : public Object {
  public:
-  explicit ByteArray(std::vector<uint8_t> bytes) : bytes_(std::move(bytes)) {}
-  const std::vector<uint8_t>& bytes() const { return bytes_; }
+  using Encoder = std::function<std::vector<uint8_t>(const PixelImage&)>;
+
+  explicit ByteArray(std::vector<uint8_t> bytes) : bytes_(std::move(bytes)), written_(true) {}
+  // `pixels` as the bytes will decode (an opaque picture for a format without alpha).
+  ByteArray(PixelImage pixels, Encoder encode)
+      : pixels_(std::make_shared<const PixelImage>(std::move(pixels))),
+        encode_(std::move(encode)) {}
+  // Written on the first call; empty when the writing fails.
+  const std::vector<uint8_t>& bytes() const;
+  // The pixels, where they are at hand without decoding; null otherwise.
+  const std::shared_ptr<const PixelImage>& pixels() const { return pixels_; }
 
  private:
-  std::vector<uint8_t> bytes_;
+  mutable std::vector<uint8_t> bytes_;
+  mutable bool written_ = false;
+  std::shared_ptr<const PixelImage> pixels_;
+  Encoder encode_;
 };
 
 // Reads the encoded bytes of an image (PNG, JPEG, BMP, GIF, ICO); false for bytes that are

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -12,7 +14,19 @@ namespace tessaline {
 // Objects are counted references; a control hands itself out through shared_from_this.
 class Object : public std::enable_shared_from_this<Object> {
  public:
-  virtual ~Object() = default;
+  Object() { live().fetch_add(1, std::memory_order_relaxed); }
+  Object(const Object&) : Object() {}
+  Object& operator=(const Object&) = default;
+  virtual ~Object() { live().fetch_sub(1, std::memory_order_relaxed); }
+
+  // Objects alive in the process: what a long run watches for leaks.
+  static int64_t liveObjects() { return live().load(std::memory_order_relaxed); }
+
+ private:
+  static std::atomic<int64_t>& live() {
+    static std::atomic<int64_t> count{0};
+    return count;
+  }
 };
 
 // A counted reference that behaves like an object variable: it may be Nothing, and a

@@ -97,20 +97,22 @@ std::vector<double> argSeries(const Variant& value) {
   return out;
 }
 
-Variant encodeChart(const platform::PixelImage& image, const Variant& format) {
+Variant encodeChart(platform::PixelImage image, const Variant& format) {
   const double number = argNumber(format);
-  std::vector<uint8_t> bytes;
+  // The bytes are written when someone asks for them; until then the pixels stand for them, as
+  // the format would give them back.
   if (number == static_cast<double>(ImageFormat::Png)) {
-    bytes = encodePng(image);
-  } else if (number == static_cast<double>(ImageFormat::Jpeg)) {
-    bytes = encodeJpeg(image);
-  } else if (number == static_cast<double>(ImageFormat::Bmp)) {
-    bytes = encodeBmp(image);
-  } else {
-    throw VbError(err::InvalidCall);
+    return Variant(std::make_shared<platform::ByteArray>(std::move(image), encodePng));
   }
-  if (bytes.empty()) throw VbError(err::OutOfMemory);
-  return Variant(std::make_shared<platform::ByteArray>(std::move(bytes)));
+  if (number == static_cast<double>(ImageFormat::Jpeg)) {
+    return Variant(std::make_shared<platform::ByteArray>(
+        layOnWhite(std::move(image)),
+        [](const platform::PixelImage& pixels) { return encodeJpeg(pixels); }));
+  }
+  if (number == static_cast<double>(ImageFormat::Bmp)) {
+    return Variant(std::make_shared<platform::ByteArray>(layOnWhite(std::move(image)), encodeBmp));
+  }
+  throw VbError(err::InvalidCall);
 }
 
 Ref<platform::chart::ChartApi> createEngineApi() { return std::make_shared<ChartApiImpl>(); }

@@ -730,6 +730,12 @@ std::vector<uint8_t> encodePng(const PixelImage& image) {
   return out;
 }
 
+PixelImage layOnWhite(PixelImage image) {
+  if (!opaque(image))
+    std::transform(image.pixels.begin(), image.pixels.end(), image.pixels.begin(), onWhite);
+  return image;
+}
+
 std::vector<uint8_t> encodeJpeg(const PixelImage& image, int quality) {
   if (!validImage(image)) return {};
   // JPEG has no alpha: a picture with transparent pixels is laid on white first. An opaque

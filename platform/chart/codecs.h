@@ -22,4 +22,8 @@ std::vector<uint8_t> encodeBmp(const platform::PixelImage& image);
 // malformed data, or an image above 16384 pixels on a side.
 bool decodePicture(const uint8_t* data, size_t size, platform::PixelImage& out);
 
+// The picture laid on white, as the formats without alpha (JPEG, BMP) carry it; an opaque one
+// as it stands.
+platform::PixelImage layOnWhite(platform::PixelImage image);
+
 }  // namespace tessaline::chart

@@ -28,7 +28,7 @@ bool argFlag(const Variant& value);
 std::vector<double> argSeries(const Variant& value);
 
 // The bytes of a drawn image in a makeChart2 format; 5 for a format it doesn't write.
-Variant encodeChart(const platform::PixelImage& image, const Variant& format);
+Variant encodeChart(platform::PixelImage image, const Variant& format);
 
 // ---- Meter ----------------------------------------------------------------------------
 

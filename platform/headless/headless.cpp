@@ -596,16 +596,15 @@ void UserControl::resize(int32_t width, int32_t height) {
 
 // The journal keeps the newest notifications only, so a long session doesn't grow without end.
 void UserControl::PropertyChanged(const std::string& name) {
-  constexpr size_t kKept = 4096;
-  if (propertyChanges_.size() >= kKept) {
-    propertyChanges_.erase(propertyChanges_.begin(), propertyChanges_.begin() + kKept / 2);
-  }
+  constexpr size_t kKept = 256;
+  if (propertyChanges_.size() >= kKept) propertyChanges_.pop_front();
   propertyChanges_.push_back(name);
 }
 
 std::vector<std::string> UserControl::takePropertyChanges() {
-  std::vector<std::string> changes;
-  changes.swap(propertyChanges_);
+  std::vector<std::string> changes(std::make_move_iterator(propertyChanges_.begin()),
+                                   std::make_move_iterator(propertyChanges_.end()));
+  propertyChanges_.clear();
   return changes;
 }
 

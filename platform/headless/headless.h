@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -460,7 +461,7 @@ class UserControl : public platform::UserControl {
   platform::WindowHandle handle_;
   int32_t width_ = 0, height_ = 0, left_ = 0, top_ = 0, tabIndex_ = 0;
   bool visible_ = true;
-  std::vector<std::string> propertyChanges_;
+  std::deque<std::string> propertyChanges_;
   std::map<std::string, std::unique_ptr<platform::Widget>> added_;
 };
 
