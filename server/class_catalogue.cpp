@@ -13,11 +13,20 @@
 #include "gauges/angular_gauge.h"
 #include "gauges/data_gauge.h"
 #include "gauges/dynamic_gauge.h"
+#include "support/data_constants.h"
+#include "support/dictionary.h"
 #include "support/tooltip.h"
+#include "validation/validators.h"
 
 namespace tessaline {
 
 namespace {
+
+// A class that a host receives from the library and can't create.
+template <class C>
+CatalogueEntry handedOut(std::string_view name) {
+  return {findClassIdentity(name), nullptr, &memberTableOf<C>};
+}
 
 template <class C>
 CatalogueEntry control(std::string_view name) {
@@ -26,8 +35,13 @@ CatalogueEntry control(std::string_view name) {
 
 const std::vector<CatalogueEntry>& entries() {
   static const std::vector<CatalogueEntry> list = {
+      handedOut<DataConstants>("DataConstants"),
       {findClassIdentity("DataTypeController"), nullptr, nullptr},
+      handedOut<DiscreteValidator>("DiscreteValidator"),
+      handedOut<LengthValidator>("LengthValidator"),
+      handedOut<RangeValidator>("RangeValidator"),
       {findClassIdentity("Logger"), nullptr, nullptr},
+      handedOut<Dictionary>("Dictionary"),
       {findClassIdentity("cTooltip"), [] { return Ref<Object>(std::make_shared<cTooltip>()); },
        nullptr},
       control<DTMDataComboBox>("DTMDataComboBox"),

@@ -1,0 +1,10 @@
+#include "support/data_constants.h"
+
+namespace tessaline {
+
+void DataConstants::describeMembers(MemberTableBuilder<DataConstants>& table) {
+  using Self = DataConstants;
+  table.TESSALINE_PROPERTY(Ref<Dictionary>, FlowUnit);
+}
+
+}  // namespace tessaline
