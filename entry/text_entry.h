@@ -8,6 +8,7 @@
 #include "frame/data_type_controller.h"
 #include "frame/events.h"
 #include "support/tooltip.h"
+#include "validation/validators.h"
 
 namespace tessaline {
 
@@ -189,6 +190,11 @@ class TextEntry : public virtual IDTMControlFormatter, public DataControl {
   bool baselineCaptured_ = false;
   TextDataType textType_ = TextDataType::AlphaNumeric;
   std::unique_ptr<platform::TextBox> Text1_;
+  // One validator of each kind, kept empty: the check that runs is the host's
+  // ValidateItemValue, and the validators stand ready for a host that wants them.
+  Ref<RangeValidator> rangeValidator_;
+  Ref<LengthValidator> lengthValidator_;
+  Ref<DiscreteValidator> discreteValidator_;
 
  private:
   void Text1_Change();

@@ -8,6 +8,7 @@
 #include "platform/chart.h"
 #include "platform/chart_viewer.h"
 #include "support/tooltip.h"
+#include "validation/validators.h"
 
 namespace tessaline {
 
@@ -153,6 +154,11 @@ class GaugeControl : public DataMembers<NoDataControlInterface>,
   Ref<Object> deviceDataNode_;
   bool enable_ = true;
   bool visible_ = true;
+  // One validator of each kind, kept empty: the check that runs is the host's
+  // ValidateItemValue, and the validators stand ready for a host that wants them.
+  Ref<RangeValidator> rangeValidator_;
+  Ref<LengthValidator> lengthValidator_;
+  Ref<DiscreteValidator> discreteValidator_;
 
   // UpdateGuageControl: the tooltip from the item's description.
   void UpdateGuageControl();

@@ -59,30 +59,28 @@ class NodeList : public XmlNodeList {
   std::vector<pugi::xml_node> nodes_;
 };
 
+// The attributes taken once, so that a walk by index over a long list stays linear.
 class AttributeMap : public XmlNamedNodeMap {
  public:
-  AttributeMap(Document doc, pugi::xml_node element) : doc_(std::move(doc)), element_(element) {}
+  AttributeMap(Document doc, pugi::xml_node element) : doc_(std::move(doc)), element_(element) {
+    for (pugi::xml_attribute a : element_.attributes()) attributes_.push_back(a);
+  }
   Ref<XmlNode> getNamedItem(const std::string& name) override {
-    for (pugi::xml_attribute a : element_.attributes()) {
+    for (pugi::xml_attribute a : attributes_) {
       if (name == a.name()) return wrap(doc_, a);
     }
     return nullptr;
   }
-  int32_t length() override {
-    int32_t n = 0;
-    for ([[maybe_unused]] pugi::xml_attribute a : element_.attributes()) ++n;
-    return n;
-  }
+  int32_t length() override { return static_cast<int32_t>(attributes_.size()); }
   Ref<XmlNode> item(int32_t index) override {
-    for (pugi::xml_attribute a : element_.attributes()) {
-      if (index-- == 0) return wrap(doc_, a);
-    }
-    return nullptr;
+    if (index < 0 || index >= length()) return nullptr;
+    return wrap(doc_, attributes_[static_cast<size_t>(index)]);
   }
 
  private:
   Document doc_;
   pugi::xml_node element_;
+  std::vector<pugi::xml_attribute> attributes_;
 };
 
 class Node : public XmlNode {
