@@ -20,6 +20,7 @@
 #include "platform/xml/form_file.h"
 #include "platform/xml/pugi_dom.h"
 #include "server/class_catalogue.h"
+#include "validation/validators.h"
 #include "values/dates.h"
 #include "values/locale.h"
 
