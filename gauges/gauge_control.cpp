@@ -7,12 +7,14 @@
 namespace tessaline {
 
 namespace {
-// The layout that every resize restores: the control in twips, its children in pixels.
+// The layout that every resize restores, in twips. The children were laid out in pixels; at 15
+// twips a pixel they keep their geometry on every screen.
+constexpr int32_t kTwipsPerPixel = 15;
 constexpr int32_t kControlHeight = 2458;
 constexpr int32_t kControlWidth = 3113;
-constexpr int32_t kCaptionWidth = 208;
-constexpr int32_t kCaptionHeight = 18;
-constexpr int32_t kViewerWidth = 200;  // narrower than the 208-pixel picture
+constexpr int32_t kCaptionWidth = 208 * kTwipsPerPixel;
+constexpr int32_t kCaptionHeight = 18 * kTwipsPerPixel;
+constexpr int32_t kViewerWidth = 200 * kTwipsPerPixel;  // narrower than the 208-pixel picture
 }  // namespace
 
 GaugeControl::GaugeControl(const std::string& className, int32_t viewerHeight,
@@ -39,9 +41,9 @@ void GaugeControl::Resize() {
   Label1_->Width(kCaptionWidth);
   Label1_->Height(kCaptionHeight);
   Label1_->property("Alignment", Variant(int32_t{2}));
-  ChartViewer1_->Top(Label1_->Height() + 1);
+  ChartViewer1_->Top(Label1_->Height() + kTwipsPerPixel);
   ChartViewer1_->Width(kViewerWidth);
-  ChartViewer1_->Height(viewerHeight_);
+  ChartViewer1_->Height(viewerHeight_ * kTwipsPerPixel);
 }
 
 void GaugeControl::applyBackground() {

@@ -70,8 +70,8 @@ class HeadlessViewer : public testing::HeadlessTest {
     HeadlessTest::SetUp();
     window = platform::backend().createUserControl("Chart");
     viewer = window->createChartViewer("ChartViewer1");
-    viewer->Width(200);
-    viewer->Height(100);
+    viewer->Width(200 * 15);  // twips: 200 by 100 pixels
+    viewer->Height(100 * 15);
     viewer->viewerEvents.ViewPortChanged = [this](bool chart, bool map) {
       events.emplace_back(chart, map);
     };

@@ -409,8 +409,10 @@ TEST_F(GaugeTest, CaptionTooltipBackgroundAndLayout) {
   EXPECT_EQ(gauge->window().Width(), 3113);
   gauge->window().Width(5000);
   EXPECT_EQ(gauge->window().Width(), 3113);
-  EXPECT_EQ(gauge->ChartViewer1().Top(), 19);
-  EXPECT_EQ(gauge->ChartViewer1().Width(), 200);
+  // The children keep their pixel geometry, in twips.
+  EXPECT_EQ(gauge->ChartViewer1().Top(), 19 * 15);
+  EXPECT_EQ(gauge->ChartViewer1().Width(), 200 * 15);
+  EXPECT_EQ(gauge->ChartViewer1().Height(), 145 * 15);
 }
 
 TEST_F(GaugeTest, HostileValuesNeverEscapeAGauge) {

@@ -220,8 +220,8 @@ void moveFocus(Focusable* target) {
 ChartViewer::ChartViewer(UserControl& owner, std::string name, platform::WindowHandle handle)
     : Widget(owner, std::move(name), handle) {
   current().registerWindow(handle_, [this](int32_t& w, int32_t& h) {
-    w = width_;
-    h = height_;
+    w = width_ / 15;
+    h = height_ / 15;
   });
 }
 
@@ -246,8 +246,9 @@ void ChartViewer::click(int32_t x, int32_t y) {
   if (!reachable()) return;
   if (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut) return;
   userAction([&] {
-    const double fx = width_ > 0 ? static_cast<double>(x) / width_ : 0.5;
-    const double fy = height_ > 0 ? static_cast<double>(y) / height_ : 0.5;
+    const int32_t pixelsWide = width_ / 15, pixelsHigh = height_ / 15;
+    const double fx = pixelsWide > 0 ? static_cast<double>(x) / pixelsWide : 0.5;
+    const double fy = pixelsHigh > 0 ? static_cast<double>(y) / pixelsHigh : 0.5;
     view_ = platform::zoomAround(
         view_, fx, fy, mouseUsage_ == kMouseZoomIn ? kZoomStep : 1 / kZoomStep, zoomDirection_);
     changed();
@@ -258,7 +259,8 @@ void ChartViewer::drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY) {
   if (!reachable() || mouseUsage_ != kMouseScroll) return;
   userAction([&] {
     view_ = platform::scrollBy(view_, static_cast<double>(toX) - fromX,
-                               static_cast<double>(toY) - fromY, width_, height_, scrollDirection_);
+                               static_cast<double>(toY) - fromY, width_ / 15, height_ / 15,
+                               scrollDirection_);
     changed();
   });
 }

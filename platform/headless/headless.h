@@ -366,9 +366,8 @@ class Image : public Widget<platform::Image> {
   bool stretch_ = false;
 };
 
-// The chart viewer. A click and a drag act as the mouse does with the viewer's MouseUsage; a
-// picture is shown as it is set. Its size counts pixels: the controls that hold a viewer lay
-// their children out in pixels.
+// The chart viewer. A click and a drag act as the mouse does with the viewer's MouseUsage, at
+// points given in pixels (15 twips each, as on a 96 dpi screen); a picture is shown as it is set.
 class ChartViewer : public Widget<platform::ChartViewer> {
  public:
   ChartViewer(UserControl& owner, std::string name, platform::WindowHandle handle);
