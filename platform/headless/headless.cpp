@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/text_editing.h"
+
 namespace tessaline::headless {
 
 namespace {
@@ -305,41 +307,17 @@ std::string TextBox::SelText() const {
 void TextBox::SelText(const std::string& value) { replaceSelection(value); }
 
 void TextBox::replaceSelection(const std::string& text) {
-  const size_t begin = byteOffset(text_, static_cast<size_t>(selStart_));
-  const size_t end =
-      begin + byteOffset(std::string_view(text_).substr(begin), static_cast<size_t>(selLength_));
-  std::string next = text_.substr(0, begin) + text + text_.substr(end);
-  setText(std::move(next), selStart_ + static_cast<int32_t>(characterCount(text)));
+  platform::EditState edit{text_, selStart_, selLength_, pendingHighSurrogate_};
+  platform::replaceSelection(edit, text);
+  setText(std::move(edit.text), edit.selStart);
 }
 
 void TextBox::applyCharacter(int16_t character) {
   if (locked_) return;
-  const auto unit = static_cast<char16_t>(character);
-  if (unit == keys::kBack) {
-    if (selLength_ == 0 && selStart_ > 0) {
-      selStart_ -= 1;
-      selLength_ = 1;
-    }
-    if (selLength_ > 0) replaceSelection("");
-    return;
-  }
-  if (unit == keys::kReturn) {
-    if (multiLine_) replaceSelection("\r\n");
-    return;
-  }
-  if (unit < 32 || unit == 127) return;
-  if (unit >= 0xD800 && unit <= 0xDBFF) {
-    pendingHighSurrogate_ = unit;
-    return;
-  }
-  char32_t cp = unit;
-  if (unit >= 0xDC00 && unit <= 0xDFFF) {
-    cp = pendingHighSurrogate_
-             ? 0x10000 + ((char32_t(pendingHighSurrogate_) - 0xD800) << 10) + (unit - 0xDC00)
-             : char32_t(0xFFFD);
-  }
-  pendingHighSurrogate_ = 0;
-  replaceSelection(encodeUtf8(cp));
+  platform::EditState edit{text_, selStart_, selLength_, pendingHighSurrogate_};
+  const bool changed = platform::applyCharacter(edit, character, multiLine_);
+  pendingHighSurrogate_ = edit.pendingHighSurrogate;
+  if (changed) setText(std::move(edit.text), edit.selStart);
 }
 
 void TextBox::focus() {

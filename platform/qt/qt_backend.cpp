@@ -1,0 +1,575 @@
+#include "platform/qt/qt_backend.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCursor>
+#include <QElapsedTimer>
+#include <QFontMetrics>
+#include <QLocale>
+#include <QScreen>
+#include <QTimer>
+#include <QToolTip>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/qt/qt_widgets.h"
+#include "values/locale.h"
+#include "values/text.h"
+
+namespace tessaline::qt {
+
+namespace {
+
+// Forwards the events of one object to a function; it lives as long as the object.
+class Watcher : public QObject {
+ public:
+  Watcher(QObject* target, std::function<bool(QObject*, QEvent*)> handler)
+      : QObject(target), handler_(std::move(handler)) {
+    target->installEventFilter(this);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override { return handler_(watched, event); }
+
+ private:
+  std::function<bool(QObject*, QEvent*)> handler_;
+};
+
+// What a child raises when the focus comes or goes, and the composite control it belongs to.
+struct ChildEntry {
+  UserControl* owner = nullptr;
+  platform::Widget* child = nullptr;
+};
+
+struct State {
+  std::map<platform::WindowHandle, QPointer<QWidget>> windows;
+  std::map<QWidget*, ChildEntry> children;
+  std::vector<VbError> unhandled;
+  platform::WindowHandle nextHandle = 0x1000;
+};
+
+State& state() {
+  thread_local State s;
+  return s;
+}
+
+std::weak_ptr<Backend>& installedBackend() {
+  thread_local std::weak_ptr<Backend> backend;
+  return backend;
+}
+
+double dotsPerInch() {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  const double dpi = screen ? screen->logicalDotsPerInchX() : 96.0;
+  return dpi > 0 ? dpi : 96.0;
+}
+
+// The focus events of a child: GotFocus and LostFocus where the child has them.
+void raiseFocusEvent(platform::Widget* child, bool got) {
+  userAction([&] {
+    if (auto* box = dynamic_cast<platform::TextBox*>(child)) {
+      const auto& handler = got ? box->events.GotFocus : box->events.LostFocus;
+      if (handler) handler();
+    } else if (auto* rows = dynamic_cast<platform::ListWidget*>(child)) {
+      const auto& handler = got ? rows->events.GotFocus : rows->events.LostFocus;
+      if (handler) handler();
+    }
+  });
+}
+
+std::vector<UserControl*> ownersOf(const ChildEntry* entry) {
+  std::vector<UserControl*> chain;
+  for (UserControl* c = entry ? entry->owner : nullptr; c; c = c->parent()) chain.push_back(c);
+  return chain;
+}
+
+const ChildEntry* entryOf(QWidget* widget) {
+  // The focus may sit on an inner widget of a child (a combo box's line, an editor's viewport).
+  for (QWidget* w = widget; w; w = w->parentWidget()) {
+    const auto found = state().children.find(w);
+    if (found != state().children.end()) return &found->second;
+  }
+  return nullptr;
+}
+
+bool contains(const std::vector<UserControl*>& chain, UserControl* c) {
+  return std::find(chain.begin(), chain.end(), c) != chain.end();
+}
+
+// The focus moving from one child to another: LostFocus of the old child, ExitFocus of each
+// composite control that it leaves, EnterFocus of each that it enters (outermost first),
+// GotFocus of the new child, as the classic controls raise them.
+void focusMoved(QWidget* from, QWidget* to) {
+  const ChildEntry* old = entryOf(from);
+  const ChildEntry* now = entryOf(to);
+  if (old && now && old->child == now->child) return;
+  const std::vector<UserControl*> left = ownersOf(old);
+  const std::vector<UserControl*> entered = ownersOf(now);
+  if (old) raiseFocusEvent(old->child, false);
+  for (UserControl* c : left) {
+    if (!contains(entered, c) && c->events.ExitFocus) userAction(c->events.ExitFocus);
+  }
+  for (auto c = entered.rbegin(); c != entered.rend(); ++c) {
+    if (!contains(left, *c) && (*c)->events.EnterFocus) userAction((*c)->events.EnterFocus);
+  }
+  if (now) raiseFocusEvent(now->child, true);
+}
+
+class Clipboard : public platform::Clipboard {
+ public:
+  void Clear() override { QGuiApplication::clipboard()->clear(); }
+  void SetText(const std::string& text) override {
+    QGuiApplication::clipboard()->setText(qtText(text));
+  }
+  std::string GetText() override { return utf8(QGuiApplication::clipboard()->text()); }
+};
+
+QFont qtFont(const platform::FontSpec& spec) {
+  QFont font(qtText(spec.name));
+  if (spec.size > 0) font.setPointSizeF(spec.size);
+  font.setBold(spec.bold);
+  return font;
+}
+
+class TextMeasure : public platform::TextMeasure {
+ public:
+  void measure(const std::string& text, const platform::FontSpec& font, int32_t& width,
+               int32_t& height) override {
+    const QFontMetrics metrics(qtFont(font));
+    int32_t longest = 0, lines = 0;
+    size_t start = 0;
+    while (true) {
+      const size_t end = text.find('\n', start);
+      std::string line = text.substr(start, end == std::string::npos ? end : end - start);
+      if (!line.empty() && line.back() == '\r') line.pop_back();
+      longest = std::max<int32_t>(longest, metrics.horizontalAdvance(qtText(line)));
+      ++lines;
+      if (end == std::string::npos) break;
+      start = end + 1;
+    }
+    width = longest;
+    height = lines * metrics.lineSpacing();
+  }
+};
+
+// The system's number format; US English where the system has none of its own (the C locale).
+class SystemLocale : public Locale {
+ public:
+  SystemLocale() {
+    const QLocale system = QLocale::system();
+    if (system.language() == QLocale::C) return;
+    decimal_ = utf8(system.decimalPoint());
+    thousands_ = utf8(system.groupSeparator());
+    const std::string currency = utf8(system.currencySymbol());
+    if (!currency.empty()) currency_ = currency;
+  }
+  std::string decimalSeparator() const override { return decimal_; }
+  std::string thousandsSeparator() const override { return thousands_; }
+  std::string currencySymbol() const override { return currency_; }
+
+ private:
+  std::string decimal_ = ".";
+  std::string thousands_ = ",";
+  std::string currency_ = "$";
+};
+
+// A tooltip window: the tools it holds, its width and its times. The tip of a tool comes up when
+// the mouse has rested on the tool's window for the initial time (at once when another tip was
+// shown within the reshow time), and stays for the visible time.
+struct TooltipWindow {
+  platform::WindowHandle handle = 0;
+  platform::WindowHandle parent = 0;
+  TooltipInfo info;
+  std::vector<std::pair<QPointer<QWidget>, std::string>> tools;
+};
+
+}  // namespace
+
+class Backend : public platform::Backend, public platform::TooltipService {
+ public:
+  Backend() {
+    pending_.setSingleShot(true);
+    QObject::connect(&pending_, &QTimer::timeout, [this] { showPendingTooltip(); });
+    focus_ = QObject::connect(qApp, &QApplication::focusChanged, focusMoved);
+  }
+  ~Backend() override { QObject::disconnect(focus_); }
+
+  std::unique_ptr<platform::UserControl> createUserControl(const std::string& className) override {
+    return std::make_unique<UserControl>(className, nullptr);
+  }
+  platform::Clipboard& clipboard() override { return clipboard_; }
+  platform::TooltipService& tooltips() override { return *this; }
+  platform::TextMeasure& textMeasure() override { return measure_; }
+
+  // ---- Tooltips ----
+  platform::WindowHandle createTooltipWindow(platform::WindowHandle parent,
+                                             int32_t) override {
+    TooltipWindow window;
+    window.handle = state().nextHandle += 4;
+    window.parent = parent;
+    tooltips_.push_back(std::move(window));
+    return tooltips_.back().handle;
+  }
+  void destroyWindow(platform::WindowHandle tooltip) override {
+    std::erase_if(tooltips_, [&](const TooltipWindow& w) { return w.handle == tooltip; });
+    if (pendingFrom_ == tooltip) {
+      pending_.stop();
+      pendingFrom_ = 0;
+    }
+  }
+  void setMaxTipWidth(platform::WindowHandle tooltip, int32_t pixels) override {
+    if (TooltipWindow* w = find(tooltip)) w->info.maxWidth = pixels;
+  }
+  void setDelayTime(platform::WindowHandle tooltip, int32_t which, int32_t ms) override {
+    TooltipWindow* w = find(tooltip);
+    if (!w) return;
+    if (which == kInitial) w->info.initialTime = ms;
+    if (which == kAutoPop) w->info.visibleTime = ms;
+    if (which == kReshow) w->info.reshowTime = ms;
+  }
+  int32_t getDelayTime(platform::WindowHandle tooltip, int32_t which) override {
+    TooltipWindow* w = find(tooltip);
+    if (!w) return 0;
+    if (which == kInitial) return w->info.initialTime;
+    if (which == kAutoPop) return w->info.visibleTime;
+    if (which == kReshow) return w->info.reshowTime;
+    return 0;
+  }
+  void addTool(platform::WindowHandle tooltip, platform::WindowHandle window,
+               const std::string& text, int32_t) override {
+    TooltipWindow* owner = find(tooltip);
+    QWidget* widget = windowOf(window);
+    if (!owner || !widget) return;
+    owner->tools.emplace_back(widget, text);
+    owner->info.tools = owner->tools.size();
+    const platform::WindowHandle handle = owner->handle;
+    new Watcher(widget, [this, handle, widget](QObject*, QEvent* event) {
+      if (event->type() == QEvent::Enter) hovered(handle, widget);
+      if (event->type() == QEvent::Leave) left(handle);
+      // The platform's own tip (a child's ToolTipText) gives way to the tool's.
+      return event->type() == QEvent::ToolTip && find(handle);
+    });
+  }
+
+  size_t liveTooltips() const { return tooltips_.size(); }
+  const TooltipWindow* ownedBy(platform::WindowHandle parent) const {
+    for (auto it = tooltips_.rbegin(); it != tooltips_.rend(); ++it) {
+      if (it->parent == parent) return &*it;
+    }
+    return nullptr;
+  }
+
+  bool pending(std::string& text, int32_t& delay) const {
+    if (!pending_.isActive() && !pendingTool_) return false;
+    text = pendingText_;
+    delay = pendingDelay_;
+    return pendingTool_ != nullptr;
+  }
+
+  void showPendingTooltip() {
+    pending_.stop();
+    TooltipWindow* window = find(pendingFrom_);
+    if (!window || !pendingTool_) return;
+    QToolTip::showText(pendingTool_->mapToGlobal(QPoint(0, pendingTool_->height())),
+                       qtText(pendingText_), pendingTool_, {}, window->info.visibleTime);
+    lastShown_.start();
+    pendingTool_ = nullptr;
+  }
+
+ private:
+  TooltipWindow* find(platform::WindowHandle tooltip) {
+    for (TooltipWindow& w : tooltips_) {
+      if (w.handle == tooltip) return &w;
+    }
+    return nullptr;
+  }
+
+  // The text of a tool, broken into lines no wider than the tooltip's width.
+  static std::string wrapped(const std::string& text, int32_t maxWidth, const QFont& font) {
+    if (maxWidth <= 0) return text;
+    const QFontMetrics metrics(font);
+    std::string out, line;
+    for (const std::string& word : split(text)) {
+      const std::string candidate = line.empty() ? word : line + " " + word;
+      if (!line.empty() && metrics.horizontalAdvance(qtText(candidate)) > maxWidth) {
+        out += (out.empty() ? "" : "\n") + line;
+        line = word;
+      } else {
+        line = candidate;
+      }
+    }
+    if (!line.empty()) out += (out.empty() ? "" : "\n") + line;
+    return out;
+  }
+  static std::vector<std::string> split(const std::string& text) {
+    std::vector<std::string> words;
+    size_t start = 0;
+    while (start < text.size()) {
+      const size_t end = text.find(' ', start);
+      words.push_back(text.substr(start, end == std::string::npos ? end : end - start));
+      if (end == std::string::npos) break;
+      start = end + 1;
+    }
+    return words;
+  }
+
+  void hovered(platform::WindowHandle tooltip, QWidget* widget) {
+    TooltipWindow* window = find(tooltip);
+    if (!window) return;
+    std::string text;
+    for (const auto& [tool, caption] : window->tools) {
+      if (tool == widget) text = caption;
+    }
+    if (text.empty()) return;
+    pendingFrom_ = tooltip;
+    pendingTool_ = widget;
+    pendingText_ = wrapped(text, window->info.maxWidth, QToolTip::font());
+    const bool reshow =
+        lastShown_.isValid() && lastShown_.elapsed() < window->info.reshowTime;
+    pendingDelay_ = reshow ? 0 : window->info.initialTime;
+    pending_.start(std::max(0, pendingDelay_));
+  }
+  void left(platform::WindowHandle tooltip) {
+    if (pendingFrom_ != tooltip) return;
+    pending_.stop();
+    pendingTool_ = nullptr;
+    QToolTip::hideText();
+  }
+
+  Clipboard clipboard_;
+  TextMeasure measure_;
+  std::vector<TooltipWindow> tooltips_;
+  QTimer pending_;
+  platform::WindowHandle pendingFrom_ = 0;
+  QPointer<QWidget> pendingTool_;
+  std::string pendingText_;
+  int32_t pendingDelay_ = 0;
+  QElapsedTimer lastShown_;
+  QMetaObject::Connection focus_;
+};
+
+// ---- Registry -----------------------------------------------------------------------------
+
+void userAction(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (...) {
+    state().unhandled.push_back(VbError::from(std::current_exception()));
+  }
+}
+
+platform::WindowHandle registerWindow(QWidget* widget) {
+  const platform::WindowHandle handle = state().nextHandle += 4;
+  state().windows[handle] = widget;
+  return handle;
+}
+
+void unregisterWindow(platform::WindowHandle handle) { state().windows.erase(handle); }
+
+QWidget* windowOf(platform::WindowHandle handle) {
+  const auto found = state().windows.find(handle);
+  return found == state().windows.end() ? nullptr : found->second.data();
+}
+
+void registerChild(QWidget* widget, UserControl& owner, platform::Widget& child) {
+  state().children[widget] = {&owner, &child};
+}
+
+void unregisterChild(QWidget* widget) { state().children.erase(widget); }
+
+std::vector<VbError> takeUnhandledErrors() {
+  std::vector<VbError> errors;
+  errors.swap(state().unhandled);
+  return errors;
+}
+
+int32_t pixelsOf(int32_t twips) {
+  return static_cast<int32_t>(std::lround(twips * dotsPerInch() / 1440.0));
+}
+
+int32_t twipsOf(int32_t pixels) {
+  return static_cast<int32_t>(std::lround(pixels * 1440.0 / dotsPerInch()));
+}
+
+std::shared_ptr<Backend> install() {
+  if (!qApp) throw VbError(err::Failed, "The Qt backend needs a QApplication on this thread");
+  auto backend = std::make_shared<Backend>();
+  platform::setBackend(backend);
+  installedBackend() = backend;
+  setLocale(std::make_shared<SystemLocale>());
+  return backend;
+}
+
+Backend& current() {
+  auto backend = installedBackend().lock();
+  if (!backend || !platform::hasBackend() || &platform::backend() != backend.get()) {
+    throw VbError(err::Failed, "The Qt backend is not installed on this thread");
+  }
+  return *backend;
+}
+
+QWidget* widgetOf(platform::UserControl& window) {
+  auto* control = dynamic_cast<UserControl*>(&window);
+  return control ? control->widget() : nullptr;
+}
+
+QWidget* widgetOf(platform::Widget& child) {
+  for (const auto& [widget, entry] : state().children) {
+    if (entry.child == &child) return widget;
+  }
+  return nullptr;
+}
+
+size_t liveTooltips() { return current().liveTooltips(); }
+
+bool tooltipOwnedBy(platform::WindowHandle parent, TooltipInfo& info) {
+  const TooltipWindow* window = current().ownedBy(parent);
+  if (window) info = window->info;
+  return window != nullptr;
+}
+
+bool pendingTooltip(std::string& text, int32_t& delayMilliseconds) {
+  return current().pending(text, delayMilliseconds);
+}
+
+void showPendingTooltip() { current().showPendingTooltip(); }
+
+// ---- UserControl --------------------------------------------------------------------------
+
+UserControl::UserControl(std::string className, UserControl* parent)
+    : className_(std::move(className)), parent_(parent), widget_(new QWidget) {
+  widget_->setObjectName(qtText(className_));
+  if (parent && parent->widget()) widget_->setParent(parent->widget());
+  handle_ = registerWindow(widget_);
+  widget_->setAutoFillBackground(false);
+  if (parent) widget_->show();
+}
+
+UserControl::~UserControl() {
+  added_.clear();
+  unregisterWindow(handle_);
+  delete widget_.data();
+}
+
+void UserControl::place() {
+  if (widget_) {
+    widget_->setGeometry(pixelsOf(left_), pixelsOf(top_), pixelsOf(width_), pixelsOf(height_));
+  }
+}
+
+void UserControl::Width(int32_t value) {
+  if (value == width_) return;
+  width_ = value;
+  place();
+  if (events.Resize) events.Resize();
+}
+
+void UserControl::Height(int32_t value) {
+  if (value == height_) return;
+  height_ = value;
+  place();
+  if (events.Resize) events.Resize();
+}
+
+void UserControl::Visible(bool value) {
+  visible_ = value;
+  if (widget_ && (parent_ || widget_->parentWidget())) widget_->setVisible(value);
+}
+
+void UserControl::Left(int32_t value) {
+  left_ = value;
+  place();
+}
+
+void UserControl::Top(int32_t value) {
+  top_ = value;
+  place();
+}
+
+platform::Color UserControl::AmbientBackColor() const {
+  const QWidget* around = widget_ ? widget_->parentWidget() : nullptr;
+  const QPalette palette = around ? around->palette() : QApplication::palette();
+  return classicColor(palette.color(QPalette::Window));
+}
+
+Ref<platform::StdFont> UserControl::AmbientFont() const {
+  auto font = std::make_shared<platform::StdFont>();
+  const QWidget* around = widget_ ? widget_->parentWidget() : nullptr;
+  if (around) {
+    const QFont qfont = around->font();
+    font->Name = utf8(qfont.family());
+    font->Size = qfont.pointSizeF() > 0 ? qfont.pointSizeF() : font->Size;
+    font->Bold = qfont.bold();
+    font->Italic = qfont.italic();
+  }
+  return Ref<platform::StdFont>(font);
+}
+
+std::unique_ptr<platform::TextBox> UserControl::createTextBox(const std::string& name,
+                                                              bool multiLine) {
+  return std::make_unique<TextBox>(*this, name, multiLine);
+}
+
+std::unique_ptr<platform::Label> UserControl::createLabel(const std::string& name) {
+  return std::make_unique<Label>(*this, name);
+}
+
+std::unique_ptr<platform::Image> UserControl::createImage(const std::string& name) {
+  return std::make_unique<Image>(*this, name);
+}
+
+std::unique_ptr<platform::ComboBox> UserControl::createComboBox(const std::string& name) {
+  return std::make_unique<ComboBox>(*this, name);
+}
+
+std::unique_ptr<platform::ListBox> UserControl::createListBox(const std::string& name) {
+  return std::make_unique<ListBox>(*this, name);
+}
+
+std::unique_ptr<platform::Frame> UserControl::createFrame(const std::string& name) {
+  return std::make_unique<Frame>(*this, name);
+}
+
+std::unique_ptr<platform::ChartViewer> UserControl::createChartViewer(const std::string& name) {
+  return std::make_unique<ChartViewer>(*this, name);
+}
+
+platform::Widget& UserControl::Controls_Add(const std::string& progId, const std::string& name) {
+  const std::string key = toLowerAscii(name);
+  if (added_.count(key)) {
+    throw VbError(err::ControlNameTaken, "There is already a control with the name '" + name + "'");
+  }
+  if (toLowerAscii(progId) != "vb.label") {
+    throw VbError(err::InvalidClassString,
+                  "Invalid class string. Looking for object with ProgID: " + progId);
+  }
+  auto& child = added_[key];
+  child = std::make_unique<Label>(*this, name);
+  return *child;
+}
+
+void UserControl::Controls_Remove(const std::string& name) {
+  if (added_.erase(toLowerAscii(name)) == 0) {
+    throw VbError(err::ControlNotFound, "Control '" + name + "' not found");
+  }
+}
+
+platform::Widget* UserControl::Controls(const std::string& name) {
+  const auto found = added_.find(toLowerAscii(name));
+  return found == added_.end() ? nullptr : found->second.get();
+}
+
+void UserControl::Container(platform::Widget& child, platform::Frame* frame) {
+  QWidget* widget = widgetOf(child);
+  QWidget* holder = frame ? widgetOf(*frame) : widget_.data();
+  if (!widget || !holder) return;
+  const QRect geometry = widget->geometry();
+  widget->setParent(holder);
+  widget->setGeometry(geometry);
+  widget->setVisible(child.Visible());
+}
+
+std::unique_ptr<platform::UserControl> UserControl::createChildControl(
+    const std::string& className) {
+  return std::make_unique<UserControl>(className, this);
+}
+
+}  // namespace tessaline::qt

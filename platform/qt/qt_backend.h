@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "platform/widgets.h"
+#include "values/vb_error.h"
+
+class QWidget;
+
+// The Qt 6 Widgets backend: every child control a real Qt widget, with the behaviour of the
+// classic Windows child controls that the composite controls rely on (written at each member of
+// platform/widgets.h). A QApplication must exist on the thread before install(). Lengths stay
+// twips on every child and window; they become pixels at the screen's resolution (15 twips a
+// pixel at 96 dpi).
+namespace tessaline::qt {
+
+class Backend;
+
+// Installs a fresh Qt backend on this thread, with the system's number format as the locale
+// service (US English where the system names none) and the system clipboard.
+std::shared_ptr<Backend> install();
+// The Qt backend installed on this thread; a failure that says so where there is none.
+Backend& current();
+
+// The Qt widget behind a composite control's window or behind one of its children: what a
+// host places in its own windows, and what tests act on as a user.
+QWidget* widgetOf(platform::UserControl& window);
+QWidget* widgetOf(platform::Widget& child);
+
+// Errors that escaped an event handler while Qt delivered a user's action, oldest first; taking
+// them clears the list. They stop that action, as an unhandled error in an event would, and
+// never reach Qt.
+std::vector<VbError> takeUnhandledErrors();
+
+// Pixels of a length in twips at the screen's resolution, and back.
+int32_t pixelsOf(int32_t twips);
+int32_t twipsOf(int32_t pixels);
+
+// What a tooltip window holds, for tests and hosts that inspect it: its tools, its width and
+// its times.
+struct TooltipInfo {
+  int32_t maxWidth = -1;
+  int32_t initialTime = 500;
+  int32_t visibleTime = 5000;
+  int32_t reshowTime = 100;
+  size_t tools = 0;
+};
+// The live tooltip windows, and the one owned by a window (false when there is none).
+size_t liveTooltips();
+bool tooltipOwnedBy(platform::WindowHandle parent, TooltipInfo& info);
+
+// The tip that the mouse has brought up and that waits for its initial delay: its text (wrapped
+// to the tooltip's width, lines ended with "\n") and the delay. False when none waits.
+bool pendingTooltip(std::string& text, int32_t& delayMilliseconds);
+// The initial delay runs out now: the pending tip shows, for its visible time.
+void showPendingTooltip();
+
+}  // namespace tessaline::qt

@@ -1,0 +1,847 @@
+#include "platform/qt/qt_widgets.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/picture.h"
+#include "values/text.h"
+
+namespace tessaline::qt {
+
+namespace {
+
+// Forwards the events of one widget to a function; it lives as long as the widget.
+class Filter : public QObject {
+ public:
+  Filter(QObject* target, std::function<bool(QEvent*)> handler)
+      : QObject(target), handler_(std::move(handler)) {
+    target->installEventFilter(this);
+  }
+  bool eventFilter(QObject*, QEvent* event) override { return handler_(event); }
+
+ private:
+  std::function<bool(QEvent*)> handler_;
+};
+
+// The classic key codes and shift states of a Qt key event.
+int16_t keyCodeOf(int key) {
+  if (key >= Qt::Key_A && key <= Qt::Key_Z) return static_cast<int16_t>(key);
+  if (key >= Qt::Key_0 && key <= Qt::Key_9) return static_cast<int16_t>(key);
+  if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return static_cast<int16_t>(112 + key - Qt::Key_F1);
+  switch (key) {
+    case Qt::Key_Backspace:
+      return 8;
+    case Qt::Key_Tab:
+      return 9;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return 13;
+    case Qt::Key_Shift:
+      return 16;
+    case Qt::Key_Control:
+      return 17;
+    case Qt::Key_Alt:
+      return 18;
+    case Qt::Key_Escape:
+      return 27;
+    case Qt::Key_Space:
+      return 32;
+    case Qt::Key_PageUp:
+      return 33;
+    case Qt::Key_PageDown:
+      return 34;
+    case Qt::Key_End:
+      return 35;
+    case Qt::Key_Home:
+      return 36;
+    case Qt::Key_Left:
+      return 37;
+    case Qt::Key_Up:
+      return 38;
+    case Qt::Key_Right:
+      return 39;
+    case Qt::Key_Down:
+      return 40;
+    case Qt::Key_Insert:
+      return 45;
+    case Qt::Key_Delete:
+      return 46;
+    case Qt::Key_Comma:
+      return 188;
+    case Qt::Key_Minus:
+      return 189;
+    case Qt::Key_Period:
+      return 190;
+    default:
+      // A character that has no key of its own.
+      return 231;
+  }
+}
+
+int16_t shiftOf(Qt::KeyboardModifiers modifiers) {
+  int16_t state = 0;
+  if (modifiers & Qt::ShiftModifier) state |= platform::shift::kShift;
+  if (modifiers & Qt::ControlModifier) state |= platform::shift::kCtrl;
+  if (modifiers & Qt::AltModifier) state |= platform::shift::kAlt;
+  return state;
+}
+
+// Positions of the control (characters, a line end "\r\n" two of them) and of Qt (UTF-16 units
+// of its text, a line end "\n" one).
+int toQtPosition(const QString& text, int32_t position, bool multiLine) {
+  int unit = 0;
+  for (int32_t counted = 0; counted < position && unit < text.size();) {
+    const QChar c = text.at(unit);
+    if (c.isHighSurrogate() && unit + 1 < text.size() && text.at(unit + 1).isLowSurrogate()) {
+      unit += 2;
+      counted += 1;
+    } else {
+      unit += 1;
+      counted += multiLine && c == QLatin1Char('\n') ? 2 : 1;
+    }
+  }
+  return unit;
+}
+
+int32_t fromQtPosition(const QString& text, int position, bool multiLine) {
+  int32_t counted = 0;
+  for (int unit = 0; unit < position && unit < text.size();) {
+    const QChar c = text.at(unit);
+    if (c.isHighSurrogate() && unit + 1 < text.size() && text.at(unit + 1).isLowSurrogate()) {
+      unit += 2;
+      counted += 1;
+    } else {
+      unit += 1;
+      counted += multiLine && c == QLatin1Char('\n') ? 2 : 1;
+    }
+  }
+  return counted;
+}
+
+void setFontOf(QWidget* widget, const Variant& value) {
+  if (!value.isObject()) return;
+  const auto font = std::dynamic_pointer_cast<platform::StdFont>(value.toObject());
+  if (!font) return;
+  QFont qfont(qtText(font->Name));
+  if (font->Size > 0) qfont.setPointSizeF(font->Size);
+  qfont.setBold(font->Bold);
+  qfont.setItalic(font->Italic);
+  qfont.setUnderline(font->Underline);
+  qfont.setStrikeOut(font->Strikethrough);
+  widget->setFont(qfont);
+}
+
+Qt::Alignment alignmentOf(const Variant& value) {
+  try {
+    switch (value.toInt32()) {
+      case 1:
+        return Qt::AlignRight | Qt::AlignVCenter;
+      case 2:
+        return Qt::AlignHCenter | Qt::AlignVCenter;
+      default:
+        return Qt::AlignLeft | Qt::AlignVCenter;
+    }
+  } catch (const VbError&) {
+    return Qt::AlignLeft | Qt::AlignVCenter;
+  }
+}
+
+// The picture of a value as Qt paints it, sharing its pixels.
+QImage imageOf(const Ref<Object>& object) {
+  const auto picture = refCast<platform::Picture>(object);
+  if (!picture || picture->Width() <= 0 || picture->Height() <= 0) return {};
+  const platform::PixelImage& pixels = picture->image();
+  return QImage(reinterpret_cast<const uchar*>(pixels.pixels.data()), pixels.width, pixels.height,
+                pixels.width * 4, QImage::Format_ARGB32_Premultiplied);
+}
+
+}  // namespace
+
+QColor qtColor(platform::Color color) {
+  const auto bits = static_cast<uint32_t>(color);
+  if (bits & 0x80000000u) {
+    const QPalette palette = QApplication::palette();
+    switch (bits & 0xFF) {
+      case 5:  // the window's background
+        return palette.color(QPalette::Base);
+      case 8:  // the window's text
+        return palette.color(QPalette::Text);
+      case 13:  // highlight
+        return palette.color(QPalette::Highlight);
+      case 14:  // highlighted text
+        return palette.color(QPalette::HighlightedText);
+      case 15:  // button face
+        return palette.color(QPalette::Button);
+      case 18:  // button text
+        return palette.color(QPalette::ButtonText);
+      default:
+        return palette.color(QPalette::Window);
+    }
+  }
+  return QColor(bits & 0xFF, (bits >> 8) & 0xFF, (bits >> 16) & 0xFF);
+}
+
+platform::Color classicColor(const QColor& color) {
+  return static_cast<platform::Color>(color.red() | color.green() << 8 | color.blue() << 16);
+}
+
+QString qtText(const std::string& text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+std::string utf8(const QString& text) { return text.toUtf8().toStdString(); }
+
+// ---- Child --------------------------------------------------------------------------------
+
+template <class Interface, class QtWidget>
+Child<Interface, QtWidget>::Child(UserControl& owner, std::string name, QtWidget* widget,
+                                  bool windowed)
+    : owner_(owner), name_(std::move(name)), widget_(widget) {
+  widget->setParent(owner.widget());
+  widget->setObjectName(qtText(name_));
+  handle_ = windowed ? registerWindow(widget) : 0;
+  registerChild(widget, owner, *this);
+  applyColors();
+  widget->show();
+}
+
+template <class Interface, class QtWidget>
+Child<Interface, QtWidget>::~Child() {
+  if (handle_) unregisterWindow(handle_);
+  if (widget_) {
+    unregisterChild(widget_);
+    delete widget_.data();
+  }
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::Visible(bool value) {
+  visible_ = value;
+  if (widget_) widget_->setVisible(value);
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::Enabled(bool value) {
+  enabled_ = value;
+  if (widget_) widget_->setEnabled(value);
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::place() {
+  if (widget_) {
+    widget_->setGeometry(pixelsOf(left_), pixelsOf(top_), pixelsOf(width_), pixelsOf(height_));
+  }
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::Left(int32_t value) {
+  left_ = value;
+  place();
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::Top(int32_t value) {
+  top_ = value;
+  place();
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::Width(int32_t value) {
+  width_ = value;
+  place();
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::Height(int32_t value) {
+  height_ = value;
+  place();
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::BackColor(platform::Color value) {
+  backColor_ = value;
+  applyColors();
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::ForeColor(platform::Color value) {
+  foreColor_ = value;
+  applyColors();
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::applyColors() {
+  if (!widget_) return;
+  QPalette palette = widget_->palette();
+  const QColor back = qtColor(backColor_), fore = qtColor(foreColor_);
+  for (QPalette::ColorRole role : {QPalette::Base, QPalette::Window, QPalette::Button}) {
+    palette.setColor(role, back);
+  }
+  for (QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+    palette.setColor(role, fore);
+  }
+  widget_->setPalette(palette);
+  widget_->setAutoFillBackground(true);
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::ToolTipText(const std::string& value) {
+  toolTipText_ = value;
+  if (widget_) widget_->setToolTip(qtText(value));
+}
+
+template <class Interface, class QtWidget>
+Variant Child<Interface, QtWidget>::property(std::string_view name) const {
+  const auto found = properties_.find(toLowerAscii(std::string(name)));
+  return found == properties_.end() ? Variant() : found->second;
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::property(std::string_view name, const Variant& value) {
+  const std::string key = toLowerAscii(std::string(name));
+  properties_[key] = value;
+  if (!widget_) return;
+  if (key == "font") setFontOf(widget_, value);
+  if constexpr (std::is_base_of_v<QLabel, QtWidget>) {
+    if (key == "alignment") widget_->setAlignment(alignmentOf(value));
+    if (key == "borderstyle") {
+      widget_->setFrameShape(value.isNumeric() && value.toDouble() == 1 ? QFrame::Box
+                                                                        : QFrame::NoFrame);
+    }
+  }
+}
+
+template class Child<platform::TextBox, QWidget>;
+template class Child<platform::Label, QLabel>;
+template class Child<platform::Image, QLabel>;
+template class Child<platform::Frame, QFrame>;
+template class Child<platform::ComboBox, QComboBox>;
+template class Child<platform::ListBox, QListWidget>;
+template class Child<platform::ChartViewer, QWidget>;
+
+// ---- TextBox ------------------------------------------------------------------------------
+
+namespace {
+QWidget* makeEditor(bool multiLine) {
+  if (!multiLine) return new QLineEdit;
+  auto* editor = new QPlainTextEdit;
+  editor->setTabChangesFocus(true);
+  return editor;
+}
+}  // namespace
+
+TextBox::TextBox(UserControl& owner, const std::string& name, bool multiLine)
+    : Child(owner, name, makeEditor(multiLine), true), multiLine_(multiLine) {
+  line_ = qobject_cast<QLineEdit*>(widget_.data());
+  lines_ = qobject_cast<QPlainTextEdit*>(widget_.data());
+  QWidget* target = line_ ? static_cast<QWidget*>(line_) : lines_->viewport();
+  const auto onEvent = [this](QEvent* event) {
+    switch (event->type()) {
+      case QEvent::KeyPress: {
+        auto* key = static_cast<QKeyEvent*>(event);
+        return keyPress(key->key(), key->modifiers(), key->text());
+      }
+      case QEvent::KeyRelease: {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (!key->isAutoRepeat()) keyRelease(key->key(), key->modifiers());
+        return false;
+      }
+      case QEvent::ShortcutOverride:
+        // Every key is the control's: Qt's own shortcuts (paste, undo) don't run here.
+        event->accept();
+        return true;
+      case QEvent::MouseButtonRelease:
+        raiseClick();
+        return false;
+      case QEvent::MouseButtonDblClick:
+        raiseDblClick();
+        return false;
+      default:
+        return false;
+    }
+  };
+  new Filter(widget_, onEvent);
+  if (lines_) new Filter(target, [this](QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease) raiseClick();
+    if (event->type() == QEvent::MouseButtonDblClick) raiseDblClick();
+    return false;
+  });
+  if (line_) {
+    QObject::connect(line_, &QLineEdit::textChanged, [this] { textChangedByQt(); });
+  } else {
+    QObject::connect(lines_, &QPlainTextEdit::textChanged, [this] { textChangedByQt(); });
+  }
+}
+
+QString TextBox::qtTextNow() const {
+  if (!widget_) return {};
+  return line_ ? line_->text() : lines_->toPlainText();
+}
+
+std::string TextBox::Text() const {
+  std::string text = utf8(qtTextNow());
+  if (!multiLine_) return text;
+  std::string crlf;
+  for (char c : text) {
+    if (c == '\n') crlf += '\r';
+    crlf += c;
+  }
+  return crlf;
+}
+
+void TextBox::selection(int& anchor, int& position) const {
+  anchor = position = 0;
+  if (line_) {
+    position = line_->cursorPosition();
+    anchor = line_->hasSelectedText() ? (line_->selectionStart() == position
+                                             ? line_->selectionEnd()
+                                             : line_->selectionStart())
+                                      : position;
+  } else if (lines_) {
+    const QTextCursor cursor = lines_->textCursor();
+    position = cursor.position();
+    anchor = cursor.anchor();
+  }
+}
+
+platform::EditState TextBox::state() const {
+  int anchor = 0, position = 0;
+  selection(anchor, position);
+  const QString text = qtTextNow();
+  const int32_t from = fromQtPosition(text, std::min(anchor, position), multiLine_);
+  const int32_t to = fromQtPosition(text, std::max(anchor, position), multiLine_);
+  return {Text(), from, to - from, pendingHighSurrogate_};
+}
+
+// The edit's text and caret on the widget, then Change when the text is another.
+void TextBox::show(const platform::EditState& edit) {
+  if (!widget_) return;
+  const bool changed = edit.text != Text();
+  std::string plain = edit.text;
+  if (multiLine_) plain.erase(std::remove(plain.begin(), plain.end(), '\r'), plain.end());
+  const QString text = qtText(plain);
+  ownChange_ = true;
+  if (changed) {
+    if (line_) {
+      line_->setText(text);
+    } else {
+      lines_->setPlainText(text);
+    }
+  }
+  const QString shown = qtTextNow();
+  const int start = toQtPosition(shown, edit.selStart, multiLine_);
+  const int end = toQtPosition(shown, edit.selStart + edit.selLength, multiLine_);
+  if (line_) {
+    line_->setSelection(start, end - start);
+    if (end == start) line_->setCursorPosition(start);
+  } else {
+    QTextCursor cursor = lines_->textCursor();
+    cursor.setPosition(start);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    lines_->setTextCursor(cursor);
+  }
+  ownChange_ = false;
+  if (changed) userAction([&] { raise(events.Change); });
+}
+
+void TextBox::Text(const std::string& value) {
+  platform::EditState edit{value, 0, 0, pendingHighSurrogate_};
+  // A text set by program puts the caret at the start with nothing selected.
+  show(edit);
+}
+
+int32_t TextBox::SelStart() const { return state().selStart; }
+
+void TextBox::SelStart(int32_t value) {
+  platform::EditState edit = state();
+  edit.selStart = std::clamp(value, 0, static_cast<int32_t>(characterCount(edit.text)));
+  edit.selLength = 0;
+  show(edit);
+}
+
+int32_t TextBox::SelLength() const { return state().selLength; }
+
+void TextBox::SelLength(int32_t value) {
+  platform::EditState edit = state();
+  edit.selLength =
+      std::clamp(value, 0, static_cast<int32_t>(characterCount(edit.text)) - edit.selStart);
+  show(edit);
+}
+
+std::string TextBox::SelText() const {
+  const platform::EditState edit = state();
+  return std::string(characterSlice(edit.text, static_cast<size_t>(edit.selStart),
+                                    static_cast<size_t>(edit.selLength)));
+}
+
+void TextBox::SelText(const std::string& value) {
+  platform::EditState edit = state();
+  platform::replaceSelection(edit, value);
+  show(edit);
+}
+
+void TextBox::Locked(bool value) {
+  locked_ = value;
+  if (line_) line_->setReadOnly(value);
+  if (lines_) lines_->setReadOnly(value);
+}
+
+bool TextBox::keyPress(int qtKey, Qt::KeyboardModifiers modifiers, const QString& text) {
+  if (!reachable()) return true;
+  int16_t code = keyCodeOf(qtKey), shift = shiftOf(modifiers);
+  // Ctrl with a letter makes the control character of that letter, as a keyboard does.
+  QString characters = text;
+  if ((modifiers & Qt::ControlModifier) && qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) {
+    characters = QString(QChar(static_cast<char16_t>(qtKey - Qt::Key_A + 1)));
+  } else if (qtKey == Qt::Key_Backspace) {
+    characters = QString(QChar(u'\b'));
+  } else if (qtKey == Qt::Key_Return || qtKey == Qt::Key_Enter) {
+    characters = QString(QChar(u'\r'));
+  }
+  userAction([&] { raise(events.KeyDown, code, shift); });
+  // A key without a character (arrows, Delete, Home) is the editor's own.
+  if (characters.isEmpty() || qtKey == Qt::Key_Delete || qtKey == Qt::Key_Tab) return false;
+  for (QChar unit : characters) {
+    int16_t ascii = static_cast<int16_t>(unit.unicode());
+    userAction([&] { raise(events.KeyPress, ascii); });
+    if (ascii == 0 || locked_ || !widget_) continue;
+    platform::EditState edit = state();
+    const bool changed = platform::applyCharacter(edit, ascii, multiLine_);
+    pendingHighSurrogate_ = edit.pendingHighSurrogate;
+    if (changed) show(edit);
+  }
+  return true;
+}
+
+void TextBox::keyRelease(int qtKey, Qt::KeyboardModifiers modifiers) {
+  if (!reachable()) return;
+  int16_t code = keyCodeOf(qtKey), shift = shiftOf(modifiers);
+  userAction([&] { raise(events.KeyUp, code, shift); });
+}
+
+void TextBox::textChangedByQt() {
+  if (ownChange_) return;
+  // A change that Qt made (Delete, a paste from the context menu, a drop): Change, and the caret
+  // stays where Qt put it.
+  userAction([&] { raise(events.Change); });
+}
+
+// ---- Label, Image, Frame ------------------------------------------------------------------
+
+Label::Label(UserControl& owner, const std::string& name) : Child(owner, name, new QLabel, false) {
+  widget_->setAutoFillBackground(true);
+  new Filter(widget_, [this](QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease && reachable()) {
+      userAction([&] {
+        if (events.Click) events.Click();
+      });
+    } else if (event->type() == QEvent::MouseButtonDblClick && reachable()) {
+      userAction([&] {
+        if (events.DblClick) events.DblClick();
+      });
+    }
+    return false;
+  });
+}
+
+void Label::Caption(const std::string& value) {
+  caption_ = value;
+  if (widget_) widget_->setText(qtText(value));
+  if (autoSize_) fit();
+}
+
+void Label::AutoSize(bool value) {
+  autoSize_ = value;
+  if (autoSize_) fit();
+}
+
+void Label::property(std::string_view name, const Variant& value) {
+  Child::property(name, value);
+  if (autoSize_ && equalsIgnoreCaseAscii(name, "Font")) fit();
+}
+
+void Label::fit() {
+  int32_t width = 0, height = 0;
+  platform::backend().textMeasure().measure(caption_, platform::childFont(*this)->spec(), width,
+                                            height);
+  width_ = twipsOf(width);
+  height_ = twipsOf(height);
+  place();
+}
+
+Image::Image(UserControl& owner, const std::string& name) : Child(owner, name, new QLabel, false) {
+  widget_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  new Filter(widget_, [this](QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease && reachable()) {
+      userAction([&] {
+        if (events.Click) events.Click();
+      });
+    } else if (event->type() == QEvent::MouseButtonDblClick && reachable()) {
+      userAction([&] {
+        if (events.DblClick) events.DblClick();
+      });
+    }
+    return false;
+  });
+}
+
+void Image::Picture(const Ref<Object>& picture) {
+  picture_ = picture;
+  if (!widget_) return;
+  const QImage image = imageOf(picture);
+  widget_->setPixmap(image.isNull() ? QPixmap() : QPixmap::fromImage(image));
+}
+
+void Image::Stretch(bool value) {
+  stretch_ = value;
+  if (widget_) widget_->setScaledContents(value);
+}
+
+Frame::Frame(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QFrame, true) {}
+
+// ---- Rows ---------------------------------------------------------------------------------
+
+template <class Interface, class QtWidget>
+void Rows<Interface, QtWidget>::ListIndex(int32_t value) {
+  if (value < -1 || value >= ListCount()) throw VbError(err::InvalidPropertyValue);
+  if (value == index_) return;
+  index_ = value;
+  showRow(value);
+  userAction([&] {
+    if (this->events.Click) this->events.Click();
+  });
+}
+
+template <class Interface, class QtWidget>
+void Rows<Interface, QtWidget>::pickedByUser(int row) {
+  if (row == index_ || row < -1 || row >= ListCount()) return;
+  index_ = row;
+  userAction([&] {
+    if (this->events.Click) this->events.Click();
+  });
+}
+
+template <>
+std::string Rows<platform::ComboBox, QComboBox>::List(int32_t index) const {
+  if (!this->widget_ || index < 0 || index >= this->widget_->count()) return {};
+  return utf8(this->widget_->itemText(index));
+}
+template <>
+std::string Rows<platform::ListBox, QListWidget>::List(int32_t index) const {
+  if (!this->widget_ || index < 0 || index >= this->widget_->count()) return {};
+  return utf8(this->widget_->item(index)->text());
+}
+
+template <class Interface, class QtWidget>
+int32_t Rows<Interface, QtWidget>::ListCount() const {
+  return this->widget_ ? this->widget_->count() : 0;
+}
+
+template <class Interface, class QtWidget>
+void Rows<Interface, QtWidget>::Clear() {
+  index_ = -1;
+  if (!this->widget_) return;
+  const QSignalBlocker blocker(this->widget_);
+  this->widget_->clear();
+}
+
+template <class Interface, class QtWidget>
+void Rows<Interface, QtWidget>::AddItem(const std::string& item) {
+  if (!this->widget_) return;
+  const QSignalBlocker blocker(this->widget_);
+  this->widget_->addItem(qtText(item));
+  // Qt selects the first row it is given; the classic list selects nothing.
+  showRow(index_);
+}
+
+template class Rows<platform::ComboBox, QComboBox>;
+template class Rows<platform::ListBox, QListWidget>;
+
+namespace {
+
+// Draws the rows of a combo box's open list as its control says, where it says.
+class RowPainter : public QStyledItemDelegate {
+ public:
+  explicit RowPainter(platform::ComboBox& combo, QObject* parent)
+      : QStyledItemDelegate(parent), combo_(combo) {}
+  void paint(QPainter* painter, const QStyleOptionViewItem& option,
+             const QModelIndex& index) const override {
+    if (!combo_.drawRow) {
+      QStyledItemDelegate::paint(painter, option, index);
+      return;
+    }
+    const bool hot = option.state & (QStyle::State_MouseOver | QStyle::State_Selected);
+    platform::RowPaint row;
+    try {
+      row = combo_.drawRow(index.row(), hot ? platform::kRowFocus : 0,
+                           utf8(index.data().toString()));
+    } catch (...) {
+      takeUnhandledErrors();
+      QStyledItemDelegate::paint(painter, option, index);
+      return;
+    }
+    painter->fillRect(option.rect, qtColor(row.background));
+    painter->setPen(qtColor(platform::colors::kWindowText));
+    const QFontMetrics metrics(option.font);
+    painter->drawText(option.rect.left() + row.textLeft,
+                      option.rect.top() + row.textTop + metrics.ascent(), qtText(row.text));
+    if (row.focusRectangle) {
+      QPen dotted(Qt::DotLine);
+      painter->setPen(dotted);
+      painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+    }
+  }
+
+ private:
+  platform::ComboBox& combo_;
+};
+
+}  // namespace
+
+ComboBox::ComboBox(UserControl& owner, const std::string& name)
+    : Rows(owner, name, new QComboBox, true) {
+  widget_->setEditable(false);
+  widget_->setItemDelegate(new RowPainter(*this, widget_));
+  widget_->view()->setMouseTracking(true);
+  QObject::connect(widget_, &QComboBox::currentIndexChanged, [this](int row) {
+    // A locked box opens and closes again with its row unchanged.
+    if (locked_) {
+      showRow(index_);
+      return;
+    }
+    pickedByUser(row);
+  });
+}
+
+void ComboBox::showRow(int row) {
+  if (!widget_) return;
+  const QSignalBlocker blocker(widget_);
+  widget_->setCurrentIndex(row);
+}
+
+void ComboBox::ShowDropDown(bool open) {
+  if (!widget_) return;
+  if (open) {
+    widget_->showPopup();
+  } else {
+    widget_->hidePopup();
+  }
+}
+
+bool ComboBox::DroppedDown() const { return widget_ && widget_->view()->isVisible(); }
+
+ListBox::ListBox(UserControl& owner, const std::string& name)
+    : Rows(owner, name, new QListWidget, true) {
+  QObject::connect(widget_, &QListWidget::currentRowChanged, [this](int row) {
+    pickedByUser(row);
+  });
+}
+
+void ListBox::showRow(int row) {
+  if (!widget_) return;
+  const QSignalBlocker blocker(widget_);
+  widget_->setCurrentRow(row);
+}
+
+// ---- ChartViewer --------------------------------------------------------------------------
+
+namespace {
+
+class ViewerWidget : public QWidget {
+ public:
+  // The viewer that this widget shows; set once the viewer is made.
+  ChartViewer* viewer_ = nullptr;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    if (!viewer_ || viewer_->image().isNull()) return;
+    QPainter painter(this);
+    painter.drawImage(0, 0, viewer_->image());
+  }
+  void mousePressEvent(QMouseEvent* event) override { pressed_ = event->position().toPoint(); }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (!viewer_) return;
+    const QPoint at = event->position().toPoint();
+    if ((at - pressed_).manhattanLength() < QApplication::startDragDistance()) {
+      viewer_->click(at.x(), at.y());
+    } else {
+      viewer_->drag(pressed_.x(), pressed_.y(), at.x(), at.y());
+    }
+  }
+
+ private:
+  QPoint pressed_;
+};
+
+}  // namespace
+
+ChartViewer::ChartViewer(UserControl& owner, const std::string& name)
+    : Child(owner, name, new ViewerWidget, true) {
+  static_cast<ViewerWidget*>(widget_.data())->viewer_ = this;
+}
+
+void ChartViewer::Picture(const Ref<Object>& picture) {
+  picture_ = picture;
+  image_ = imageOf(picture);
+  if (widget_) widget_->update();
+}
+
+void ChartViewer::MousePointer(int32_t value) {
+  mousePointer_ = value;
+  if (!widget_) return;
+  switch (value) {
+    case 50:
+      widget_->setCursor(Qt::OpenHandCursor);
+      break;
+    case 51:
+    case 52:
+    case 53:
+      widget_->setCursor(Qt::CrossCursor);
+      break;
+    case 1:
+      widget_->setCursor(Qt::ArrowCursor);
+      break;
+    default:
+      widget_->unsetCursor();
+  }
+}
+
+void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) {
+  view_ = platform::clampViewPort(view_);
+  userAction([&] {
+    if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
+  });
+}
+
+void ChartViewer::click(int x, int y) {
+  if (!reachable()) return;
+  if (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut) return;
+  const int32_t wide = pixelsOf(width_), high = pixelsOf(height_);
+  const double fx = wide > 0 ? static_cast<double>(x) / wide : 0.5;
+  const double fy = high > 0 ? static_cast<double>(y) / high : 0.5;
+  view_ = platform::zoomAround(view_, fx, fy,
+                               mouseUsage_ == kMouseZoomIn ? kZoomStep : 1 / kZoomStep,
+                               zoomDirection_);
+  userAction([&] {
+    if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(true, false);
+  });
+}
+
+void ChartViewer::drag(int fromX, int fromY, int toX, int toY) {
+  if (!reachable() || mouseUsage_ != kMouseScroll) return;
+  view_ = platform::scrollBy(view_, toX - fromX, toY - fromY, pixelsOf(width_), pixelsOf(height_),
+                             scrollDirection_);
+  userAction([&] {
+    if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(true, false);
+  });
+}
+
+}  // namespace tessaline::qt

@@ -1,0 +1,322 @@
+#pragma once
+
+#include <QComboBox>
+#include <QFrame>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/chart_viewer.h"
+#include "platform/qt/qt_backend.h"
+#include "platform/text_editing.h"
+#include "platform/widgets.h"
+
+// The widgets of the Qt backend. Each class maps one interface of platform/widgets.h to a Qt
+// widget and nothing more: the rules that the composite controls rely on are those of the
+// interface, the state that the Qt widget holds is read from it, and what Qt does by itself
+// (its own editing, its own signals for changes made by program) is kept out where the classic
+// control behaves otherwise.
+namespace tessaline::qt {
+
+class UserControl;
+
+// A colour of the controls (0x00BBGGRR or a system colour 0x800000nn) as Qt paints it, and back.
+QColor qtColor(platform::Color color);
+platform::Color classicColor(const QColor& color);
+QString qtText(const std::string& text);
+std::string utf8(const QString& text);
+
+// Runs an event handler of a user's action; an error that escapes it is kept as unhandled.
+void userAction(const std::function<void()>& action);
+
+// What every Qt child keeps beside its widget: the name, the handle, the lengths in twips (the
+// widget's geometry follows in pixels), and the pass-through properties, of which Font,
+// Alignment, BorderStyle and Appearance also reach the widget.
+template <class Interface, class QtWidget>
+class Child : public Interface {
+ public:
+  Child(UserControl& owner, std::string name, QtWidget* widget, bool windowed);
+  ~Child() override;
+
+  const std::string& Name() const override { return name_; }
+  platform::WindowHandle hWnd() const override { return handle_; }
+  bool Visible() const override { return visible_; }
+  void Visible(bool value) override;
+  bool Enabled() const override { return enabled_; }
+  void Enabled(bool value) override;
+  int32_t Left() const override { return left_; }
+  void Left(int32_t value) override;
+  int32_t Top() const override { return top_; }
+  void Top(int32_t value) override;
+  int32_t Width() const override { return width_; }
+  void Width(int32_t value) override;
+  int32_t Height() const override { return height_; }
+  void Height(int32_t value) override;
+  platform::Color BackColor() const override { return backColor_; }
+  void BackColor(platform::Color value) override;
+  platform::Color ForeColor() const override { return foreColor_; }
+  void ForeColor(platform::Color value) override;
+  int32_t TabIndex() const override { return tabIndex_; }
+  void TabIndex(int32_t value) override { tabIndex_ = value; }
+  std::string ToolTipText() const override { return toolTipText_; }
+  void ToolTipText(const std::string& value) override;
+  Variant property(std::string_view name) const override;
+  void property(std::string_view name, const Variant& value) override;
+
+  QtWidget* widget() const { return widget_; }
+  UserControl& owner() const { return owner_; }
+  // A user can reach a widget that is visible and enabled.
+  bool reachable() const { return visible_ && enabled_; }
+
+ protected:
+  void place();
+  virtual void applyColors();
+
+  UserControl& owner_;
+  std::string name_;
+  QPointer<QtWidget> widget_;
+  platform::WindowHandle handle_;
+  bool visible_ = true;
+  bool enabled_ = true;
+  int32_t left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+  platform::Color backColor_ = platform::colors::kWindow;
+  platform::Color foreColor_ = platform::colors::kWindowText;
+  int32_t tabIndex_ = 0;
+  std::string toolTipText_;
+  std::map<std::string, Variant> properties_;
+};
+
+// The edit control on a QLineEdit or, multi-line, a QPlainTextEdit. Typed characters go through
+// KeyPress and the classic rules (platform/text_editing.h); keys without a character (arrows,
+// Delete) are Qt's, and a change they make raises Change as any change does.
+class TextBox : public Child<platform::TextBox, QWidget> {
+ public:
+  TextBox(UserControl& owner, const std::string& name, bool multiLine);
+
+  std::string Text() const override;
+  void Text(const std::string& value) override;
+  int32_t SelStart() const override;
+  void SelStart(int32_t value) override;
+  int32_t SelLength() const override;
+  void SelLength(int32_t value) override;
+  std::string SelText() const override;
+  void SelText(const std::string& value) override;
+  bool Locked() const override { return locked_; }
+  void Locked(bool value) override;
+  bool MultiLine() const override { return multiLine_; }
+
+  // Qt's events, turned into the control's.
+  bool keyPress(int qtKey, Qt::KeyboardModifiers modifiers, const QString& text);
+  void keyRelease(int qtKey, Qt::KeyboardModifiers modifiers);
+  void textChangedByQt();
+  void raiseClick() { userAction([&] { raise(events.Click); }); }
+  void raiseDblClick() { userAction([&] { raise(events.DblClick); }); }
+
+ private:
+  template <class Handler, class... Args>
+  static void raise(const Handler& handler, Args&... args) {
+    if (handler) handler(args...);
+  }
+  QString qtTextNow() const;
+  void selection(int& anchor, int& position) const;
+  platform::EditState state() const;
+  void show(const platform::EditState& edit);
+
+  QLineEdit* line_ = nullptr;
+  QPlainTextEdit* lines_ = nullptr;
+  bool multiLine_;
+  bool locked_ = false;
+  char16_t pendingHighSurrogate_ = 0;
+  // Changes made by this class raise Change themselves; Qt's signal for them is not wanted.
+  bool ownChange_ = false;
+};
+
+class Label : public Child<platform::Label, QLabel> {
+ public:
+  Label(UserControl& owner, const std::string& name);
+  std::string Caption() const override { return caption_; }
+  void Caption(const std::string& value) override;
+  bool AutoSize() const override { return autoSize_; }
+  void AutoSize(bool value) override;
+  using Child::property;
+  void property(std::string_view name, const Variant& value) override;
+
+ private:
+  void fit();
+  std::string caption_;
+  bool autoSize_ = false;
+};
+
+class Image : public Child<platform::Image, QLabel> {
+ public:
+  Image(UserControl& owner, const std::string& name);
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override;
+  bool Stretch() const override { return stretch_; }
+  void Stretch(bool value) override;
+
+ private:
+  Ref<Object> picture_;
+  bool stretch_ = false;
+};
+
+class Frame : public Child<platform::Frame, QFrame> {
+ public:
+  Frame(UserControl& owner, const std::string& name);
+};
+
+// The rows of a combo box or a list box. Clear and AddItem raise nothing; a row selected by
+// program raises Click once, and so does a row the user picks.
+template <class Interface, class QtWidget>
+class Rows : public Child<Interface, QtWidget> {
+ public:
+  using Child<Interface, QtWidget>::Child;
+  std::string List(int32_t index) const override;
+  int32_t ListCount() const override;
+  int32_t ListIndex() const override { return index_; }
+  void ListIndex(int32_t value) override;
+  std::string Text() const override { return List(index_); }
+  void Clear() override;
+  void AddItem(const std::string& item) override;
+
+ protected:
+  // A row that the user picked in the widget.
+  void pickedByUser(int row);
+  virtual void showRow(int row) = 0;
+
+  int32_t index_ = -1;
+};
+
+class ComboBox : public Rows<platform::ComboBox, QComboBox> {
+ public:
+  ComboBox(UserControl& owner, const std::string& name);
+  bool Locked() const override { return locked_; }
+  void Locked(bool value) override { locked_ = value; }
+  void ShowDropDown(bool open) override;
+  bool DroppedDown() const override;
+
+ protected:
+  void showRow(int row) override;
+
+ private:
+  bool locked_ = false;
+};
+
+class ListBox : public Rows<platform::ListBox, QListWidget> {
+ public:
+  ListBox(UserControl& owner, const std::string& name);
+
+ protected:
+  void showRow(int row) override;
+};
+
+// The chart viewer: the picture drawn as it is, straight from its pixels (cairo's ARGB32 is Qt's
+// premultiplied ARGB32), a click that zooms and a drag that scrolls as MouseUsage says.
+class ChartViewer : public Child<platform::ChartViewer, QWidget> {
+ public:
+  ChartViewer(UserControl& owner, const std::string& name);
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override;
+  double ViewPortLeft() const override { return view_.left; }
+  void ViewPortLeft(double value) override { view_.left = value; }
+  double ViewPortTop() const override { return view_.top; }
+  void ViewPortTop(double value) override { view_.top = value; }
+  double ViewPortWidth() const override { return view_.width; }
+  void ViewPortWidth(double value) override { view_.width = value; }
+  double ViewPortHeight() const override { return view_.height; }
+  void ViewPortHeight(double value) override { view_.height = value; }
+  int32_t MouseUsage() const override { return mouseUsage_; }
+  void MouseUsage(int32_t value) override { mouseUsage_ = value; }
+  int32_t ZoomDirection() const override { return zoomDirection_; }
+  void ZoomDirection(int32_t value) override { zoomDirection_ = value; }
+  int32_t ScrollDirection() const override { return scrollDirection_; }
+  void ScrollDirection(int32_t value) override { scrollDirection_ = value; }
+  int32_t MousePointer() const override { return mousePointer_; }
+  void MousePointer(int32_t value) override;
+  void updateViewPort(bool needUpdateChart, bool needUpdateImageMap) override;
+
+  // The mouse, in pixels of the widget.
+  void click(int x, int y);
+  void drag(int fromX, int fromY, int toX, int toY);
+  // The picture's pixels as Qt paints them, sharing their memory; null without a picture.
+  const QImage& image() const { return image_; }
+
+ private:
+  Ref<Object> picture_;
+  QImage image_;
+  platform::ViewPort view_;
+  int32_t mouseUsage_ = 0;
+  int32_t zoomDirection_ = platform::ChartViewer::kDirectionBoth;
+  int32_t scrollDirection_ = platform::ChartViewer::kDirectionBoth;
+  int32_t mousePointer_ = 0;
+};
+
+class UserControl : public platform::UserControl {
+ public:
+  UserControl(std::string className, UserControl* parent);
+  ~UserControl() override;
+
+  const std::string& ClassName() const override { return className_; }
+  platform::WindowHandle hWnd() const override { return handle_; }
+  int32_t Width() const override { return width_; }
+  void Width(int32_t value) override;
+  int32_t Height() const override { return height_; }
+  void Height(int32_t value) override;
+  bool Visible() const override { return visible_; }
+  void Visible(bool value) override;
+  int32_t Left() const override { return left_; }
+  void Left(int32_t value) override;
+  int32_t Top() const override { return top_; }
+  void Top(int32_t value) override;
+  int32_t TabIndex() const override { return tabIndex_; }
+  void TabIndex(int32_t value) override { tabIndex_ = value; }
+  void PropertyChanged(const std::string&) override {}
+  platform::Color AmbientBackColor() const override;
+  Ref<platform::StdFont> AmbientFont() const override;
+
+  std::unique_ptr<platform::TextBox> createTextBox(const std::string& name,
+                                                   bool multiLine) override;
+  std::unique_ptr<platform::Label> createLabel(const std::string& name) override;
+  std::unique_ptr<platform::Image> createImage(const std::string& name) override;
+  std::unique_ptr<platform::ComboBox> createComboBox(const std::string& name) override;
+  std::unique_ptr<platform::ListBox> createListBox(const std::string& name) override;
+  std::unique_ptr<platform::Frame> createFrame(const std::string& name) override;
+  std::unique_ptr<platform::ChartViewer> createChartViewer(const std::string& name) override;
+  platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
+  void Controls_Remove(const std::string& name) override;
+  platform::Widget* Controls(const std::string& name) override;
+  void Container(platform::Widget& child, platform::Frame* frame) override;
+  std::unique_ptr<platform::UserControl> createChildControl(const std::string& className) override;
+
+  QWidget* widget() const { return widget_; }
+  UserControl* parent() const { return parent_; }
+
+ private:
+  void place();
+
+  std::string className_;
+  UserControl* parent_;
+  QPointer<QWidget> widget_;
+  platform::WindowHandle handle_;
+  int32_t width_ = 0, height_ = 0, left_ = 0, top_ = 0, tabIndex_ = 0;
+  bool visible_ = true;
+  std::map<std::string, std::unique_ptr<platform::Widget>> added_;
+};
+
+// The window handles that this backend hands out, with their widgets.
+platform::WindowHandle registerWindow(QWidget* widget);
+void unregisterWindow(platform::WindowHandle handle);
+QWidget* windowOf(platform::WindowHandle handle);
+// The composite control that a widget belongs to, and the child it is, for focus changes.
+void registerChild(QWidget* widget, UserControl& owner, platform::Widget& child);
+void unregisterChild(QWidget* widget);
+
+}  // namespace tessaline::qt

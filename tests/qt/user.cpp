@@ -1,0 +1,190 @@
+#include "user.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include "platform/headless/headless.h"
+#include "platform/qt/qt_backend.h"
+#include "values/text.h"
+
+namespace tessaline::testing {
+
+namespace {
+
+class HeadlessUser : public User {
+ public:
+  const char* backend() const override { return "headless"; }
+  void install() override { headless::install("."); }
+  void show(platform::UserControl&) override {}
+  void type(platform::TextBox& box, std::string_view text) override {
+    headless::user(box).type(text);
+  }
+  void backspace(platform::TextBox& box) override { headless::user(box).backspace(); }
+  void pressCtrl(platform::TextBox& box, char letter) override {
+    headless::user(box).pressCtrl(letter);
+  }
+  void select(platform::TextBox& box, int32_t start, int32_t length) override {
+    headless::user(box).select(start, length);
+  }
+  void paste(platform::TextBox& box) override { headless::user(box).paste(); }
+  void focus(platform::TextBox& box) override { headless::user(box).focus(); }
+  void click(platform::TextBox& box) override { headless::user(box).click(); }
+  void blur() override { headless::moveFocus(nullptr); }
+  void pick(platform::ComboBox& combo, int32_t row) override { headless::user(combo).pick(row); }
+  void pick(platform::ListBox& list, int32_t row) override { headless::user(list).pick(row); }
+  void click(platform::Label& label) override { headless::user(label).click(); }
+  void click(platform::ChartViewer& viewer, int32_t x, int32_t y) override {
+    headless::user(viewer).click(x, y);
+  }
+  void drag(platform::ChartViewer& viewer, int32_t fromX, int32_t fromY, int32_t toX,
+            int32_t toY) override {
+    headless::user(viewer).drag(fromX, fromY, toX, toY);
+  }
+  std::vector<VbError> takeUnhandledErrors() override {
+    return headless::current().takeUnhandledErrors();
+  }
+};
+
+// The key that types a character on a US keyboard, and whether Shift is down for it.
+int keyOf(char16_t unit, Qt::KeyboardModifiers& modifiers) {
+  modifiers = Qt::NoModifier;
+  if (unit >= u'a' && unit <= u'z') return Qt::Key_A + (unit - u'a');
+  if (unit >= u'A' && unit <= u'Z') {
+    modifiers = Qt::ShiftModifier;
+    return Qt::Key_A + (unit - u'A');
+  }
+  if (unit >= u'0' && unit <= u'9') return Qt::Key_0 + (unit - u'0');
+  switch (unit) {
+    case u' ':
+      return Qt::Key_Space;
+    case u'.':
+      return Qt::Key_Period;
+    case u',':
+      return Qt::Key_Comma;
+    case u'-':
+      return Qt::Key_Minus;
+    case u'\r':
+      return Qt::Key_Return;
+    case u'\b':
+      return Qt::Key_Backspace;
+    default:
+      return Qt::Key_unknown;
+  }
+}
+
+class QtUser : public User {
+ public:
+  const char* backend() const override { return "qt"; }
+  void install() override { qt::install(); }
+  void show(platform::UserControl& window) override {
+    QWidget* widget = qt::widgetOf(window);
+    widget->show();
+    widget->activateWindow();
+    QApplication::setActiveWindow(widget);
+    // The window becomes active when the platform has handled the request.
+    if (!QTest::qWaitForWindowActive(widget)) ADD_FAILURE() << "the window never became active";
+    // A shown window gives its first child the focus; a headless form starts with none, and
+    // the scenarios start there.
+    if (QWidget* focused = QApplication::focusWidget()) focused->clearFocus();
+  }
+
+  void type(platform::TextBox& box, std::string_view text) override {
+    focus(box);
+    const QString units = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    for (QChar unit : units) {
+      Qt::KeyboardModifiers modifiers;
+      const int key = keyOf(unit.unicode(), modifiers);
+      send(box, key, modifiers, QString(unit));
+    }
+  }
+  void backspace(platform::TextBox& box) override {
+    focus(box);
+    send(box, Qt::Key_Backspace, Qt::NoModifier, QStringLiteral("\b"));
+  }
+  void pressCtrl(platform::TextBox& box, char letter) override {
+    focus(box);
+    const int key = Qt::Key_A + ((letter | 0x20) - 'a');
+    send(box, key, Qt::ControlModifier, QString(QChar(char16_t((letter | 0x20) - 'a' + 1))));
+  }
+  void select(platform::TextBox& box, int32_t start, int32_t length) override {
+    box.SelStart(start);
+    box.SelLength(length);
+  }
+  void paste(platform::TextBox& box) override {
+    if (!box.Visible() || !box.Enabled()) return;
+    QWidget* widget = qt::widgetOf(box);
+    // What the context menu's Paste does; the menu offers no Paste on a read-only box.
+    if (auto* line = qobject_cast<QLineEdit*>(widget); line && !line->isReadOnly()) line->paste();
+    if (auto* lines = qobject_cast<QPlainTextEdit*>(widget); lines && !lines->isReadOnly()) {
+      lines->paste();
+    }
+  }
+  void focus(platform::TextBox& box) override {
+    QWidget* widget = qt::widgetOf(box);
+    if (!widget->hasFocus()) widget->setFocus(Qt::OtherFocusReason);
+  }
+  void click(platform::TextBox& box) override {
+    QWidget* widget = qt::widgetOf(box);
+    if (auto* lines = qobject_cast<QPlainTextEdit*>(widget)) widget = lines->viewport();
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(2, 2));
+  }
+  void blur() override {
+    if (QWidget* focused = QApplication::focusWidget()) focused->clearFocus();
+  }
+  void pick(platform::ComboBox& combo, int32_t row) override {
+    auto* box = qobject_cast<QComboBox*>(qt::widgetOf(combo));
+    if (!box->isVisible() || !box->isEnabled()) return;
+    box->setFocus(Qt::MouseFocusReason);
+    box->showPopup();
+    QAbstractItemView* view = box->view();
+    const QRect rect = view->visualRect(box->model()->index(row, 0));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, rect.center());
+    box->hidePopup();
+  }
+  void pick(platform::ListBox& list, int32_t row) override {
+    auto* widget = qobject_cast<QListWidget*>(qt::widgetOf(list));
+    if (!widget->isVisible() || !widget->isEnabled()) return;
+    widget->setFocus(Qt::MouseFocusReason);
+    const QRect rect = widget->visualItemRect(widget->item(row));
+    QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, rect.center());
+  }
+  void click(platform::Label& label) override {
+    QTest::mouseClick(qt::widgetOf(label), Qt::LeftButton, {}, QPoint(1, 1));
+  }
+  void click(platform::ChartViewer& viewer, int32_t x, int32_t y) override {
+    QTest::mouseClick(qt::widgetOf(viewer), Qt::LeftButton, {}, QPoint(x, y));
+  }
+  void drag(platform::ChartViewer& viewer, int32_t fromX, int32_t fromY, int32_t toX,
+            int32_t toY) override {
+    QWidget* widget = qt::widgetOf(viewer);
+    QTest::mousePress(widget, Qt::LeftButton, {}, QPoint(fromX, fromY));
+    QTest::mouseMove(widget, QPoint(toX, toY));
+    QTest::mouseRelease(widget, Qt::LeftButton, {}, QPoint(toX, toY));
+  }
+  std::vector<VbError> takeUnhandledErrors() override { return qt::takeUnhandledErrors(); }
+
+ private:
+  void send(platform::TextBox& box, int key, Qt::KeyboardModifiers modifiers,
+            const QString& text) {
+    QWidget* widget = qt::widgetOf(box);
+    if (!widget->isVisible() || !widget->isEnabled()) return;
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+    QApplication::sendEvent(widget, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+    QApplication::sendEvent(widget, &release);
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<User> headlessUser() { return std::make_unique<HeadlessUser>(); }
+std::unique_ptr<User> qtUser() { return std::make_unique<QtUser>(); }
+
+}  // namespace tessaline::testing

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/chart_viewer.h"
+#include "platform/widgets.h"
+#include "values/vb_error.h"
+
+// A user of the controls on either backend: the same actions, as the headless test API takes
+// them and as Qt receives them from the keyboard and the mouse.
+namespace tessaline::testing {
+
+class User {
+ public:
+  virtual ~User() = default;
+  virtual const char* backend() const = 0;
+  // Installs the backend (and the locale it brings) on this thread.
+  virtual void install() = 0;
+  // Shows a composite control's window as a host's form would, so that it can take the focus.
+  virtual void show(platform::UserControl& window) = 0;
+
+  virtual void type(platform::TextBox& box, std::string_view text) = 0;
+  virtual void backspace(platform::TextBox& box) = 0;
+  virtual void pressCtrl(platform::TextBox& box, char letter) = 0;
+  virtual void select(platform::TextBox& box, int32_t start, int32_t length) = 0;
+  // The clipboard's text pasted with the mouse (the context menu).
+  virtual void paste(platform::TextBox& box) = 0;
+  virtual void focus(platform::TextBox& box) = 0;
+  virtual void click(platform::TextBox& box) = 0;
+  // The focus leaves for another window of the form.
+  virtual void blur() = 0;
+  virtual void pick(platform::ComboBox& combo, int32_t row) = 0;
+  virtual void pick(platform::ListBox& list, int32_t row) = 0;
+  virtual void click(platform::Label& label) = 0;
+  // A click at a point of the viewer, in pixels.
+  virtual void click(platform::ChartViewer& viewer, int32_t x, int32_t y) = 0;
+  virtual void drag(platform::ChartViewer& viewer, int32_t fromX, int32_t fromY, int32_t toX,
+                    int32_t toY) = 0;
+  virtual std::vector<VbError> takeUnhandledErrors() = 0;
+};
+
+std::unique_ptr<User> headlessUser();
+std::unique_ptr<User> qtUser();
+
+}  // namespace tessaline::testing
