@@ -36,9 +36,9 @@ bool applyCharacter(EditState& edit, int16_t character, bool multiLine) {
   }
   char32_t cp = unit;
   if (unit >= 0xDC00 && unit <= 0xDFFF) {
-    cp = edit.pendingHighSurrogate ? 0x10000 + ((char32_t(edit.pendingHighSurrogate) - 0xD800) << 10) +
-                                         (unit - 0xDC00)
-                                   : char32_t(0xFFFD);
+    cp = edit.pendingHighSurrogate
+             ? 0x10000 + ((char32_t(edit.pendingHighSurrogate) - 0xD800) << 10) + (unit - 0xDC00)
+             : char32_t(0xFFFD);
   }
   edit.pendingHighSurrogate = 0;
   replaceSelection(edit, encodeUtf8(cp));

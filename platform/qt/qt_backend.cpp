@@ -200,8 +200,7 @@ class Backend : public platform::Backend, public platform::TooltipService {
   platform::TextMeasure& textMeasure() override { return measure_; }
 
   // ---- Tooltips ----
-  platform::WindowHandle createTooltipWindow(platform::WindowHandle parent,
-                                             int32_t) override {
+  platform::WindowHandle createTooltipWindow(platform::WindowHandle parent, int32_t) override {
     TooltipWindow window;
     window.handle = state().nextHandle += 4;
     window.parent = parent;
@@ -322,8 +321,7 @@ class Backend : public platform::Backend, public platform::TooltipService {
     pendingFrom_ = tooltip;
     pendingTool_ = widget;
     pendingText_ = wrapped(text, window->info.maxWidth, QToolTip::font());
-    const bool reshow =
-        lastShown_.isValid() && lastShown_.elapsed() < window->info.reshowTime;
+    const bool reshow = lastShown_.isValid() && lastShown_.elapsed() < window->info.reshowTime;
     pendingDelay_ = reshow ? 0 : window->info.initialTime;
     pending_.start(std::max(0, pendingDelay_));
   }

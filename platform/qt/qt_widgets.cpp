@@ -368,11 +368,12 @@ TextBox::TextBox(UserControl& owner, const std::string& name, bool multiLine)
     }
   };
   new Filter(widget_, onEvent);
-  if (lines_) new Filter(target, [this](QEvent* event) {
-    if (event->type() == QEvent::MouseButtonRelease) raiseClick();
-    if (event->type() == QEvent::MouseButtonDblClick) raiseDblClick();
-    return false;
-  });
+  if (lines_)
+    new Filter(target, [this](QEvent* event) {
+      if (event->type() == QEvent::MouseButtonRelease) raiseClick();
+      if (event->type() == QEvent::MouseButtonDblClick) raiseDblClick();
+      return false;
+    });
   if (line_) {
     QObject::connect(line_, &QLineEdit::textChanged, [this] { textChangedByQt(); });
   } else {
@@ -400,10 +401,10 @@ void TextBox::selection(int& anchor, int& position) const {
   anchor = position = 0;
   if (line_) {
     position = line_->cursorPosition();
-    anchor = line_->hasSelectedText() ? (line_->selectionStart() == position
-                                             ? line_->selectionEnd()
-                                             : line_->selectionStart())
-                                      : position;
+    anchor = line_->hasSelectedText()
+                 ? (line_->selectionStart() == position ? line_->selectionEnd()
+                                                        : line_->selectionStart())
+                 : position;
   } else if (lines_) {
     const QTextCursor cursor = lines_->textCursor();
     position = cursor.position();
@@ -604,8 +605,7 @@ void Image::Stretch(bool value) {
   if (widget_) widget_->setScaledContents(value);
 }
 
-Frame::Frame(UserControl& owner, const std::string& name)
-    : Child(owner, name, new QFrame, true) {}
+Frame::Frame(UserControl& owner, const std::string& name) : Child(owner, name, new QFrame, true) {}
 
 // ---- Rows ---------------------------------------------------------------------------------
 
@@ -681,8 +681,8 @@ class RowPainter : public QStyledItemDelegate {
     const bool hot = option.state & (QStyle::State_MouseOver | QStyle::State_Selected);
     platform::RowPaint row;
     try {
-      row = combo_.drawRow(index.row(), hot ? platform::kRowFocus : 0,
-                           utf8(index.data().toString()));
+      row =
+          combo_.drawRow(index.row(), hot ? platform::kRowFocus : 0, utf8(index.data().toString()));
     } catch (...) {
       takeUnhandledErrors();
       QStyledItemDelegate::paint(painter, option, index);
@@ -740,9 +740,8 @@ bool ComboBox::DroppedDown() const { return widget_ && widget_->view()->isVisibl
 
 ListBox::ListBox(UserControl& owner, const std::string& name)
     : Rows(owner, name, new QListWidget, true) {
-  QObject::connect(widget_, &QListWidget::currentRowChanged, [this](int row) {
-    pickedByUser(row);
-  });
+  QObject::connect(widget_, &QListWidget::currentRowChanged,
+                   [this](int row) { pickedByUser(row); });
 }
 
 void ListBox::showRow(int row) {
@@ -817,7 +816,8 @@ void ChartViewer::MousePointer(int32_t value) {
 void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) {
   view_ = platform::clampViewPort(view_);
   userAction([&] {
-    if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
+    if (viewerEvents.ViewPortChanged)
+      viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
   });
 }
 
@@ -827,9 +827,8 @@ void ChartViewer::click(int x, int y) {
   const int32_t wide = pixelsOf(width_), high = pixelsOf(height_);
   const double fx = wide > 0 ? static_cast<double>(x) / wide : 0.5;
   const double fy = high > 0 ? static_cast<double>(y) / high : 0.5;
-  view_ = platform::zoomAround(view_, fx, fy,
-                               mouseUsage_ == kMouseZoomIn ? kZoomStep : 1 / kZoomStep,
-                               zoomDirection_);
+  view_ = platform::zoomAround(
+      view_, fx, fy, mouseUsage_ == kMouseZoomIn ? kZoomStep : 1 / kZoomStep, zoomDirection_);
   userAction([&] {
     if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(true, false);
   });

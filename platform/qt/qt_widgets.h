@@ -117,8 +117,12 @@ class TextBox : public Child<platform::TextBox, QWidget> {
   bool keyPress(int qtKey, Qt::KeyboardModifiers modifiers, const QString& text);
   void keyRelease(int qtKey, Qt::KeyboardModifiers modifiers);
   void textChangedByQt();
-  void raiseClick() { userAction([&] { raise(events.Click); }); }
-  void raiseDblClick() { userAction([&] { raise(events.DblClick); }); }
+  void raiseClick() {
+    userAction([&] { raise(events.Click); });
+  }
+  void raiseDblClick() {
+    userAction([&] { raise(events.DblClick); });
+  }
 
  private:
   template <class Handler, class... Args>

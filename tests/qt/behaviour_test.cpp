@@ -237,9 +237,9 @@ TEST_P(Behaviour, AGaugeUpdateShowsItsPictureAtItsSize) {
   auto gauge = make<DTMDataGuageControl>();
   gauge->IDtmControl_Name("PV");
   gauge->DTMDataGaugeControl_Unit("Unit");
-  gauge->IDtmDataSubscriptionControlRange_GaugeDataDef(
-      xml::parseElement("<gauge lowerRange='L' upperRange='H' pointerColor='FF0000'>"
-                        "<zones type='low_limit'><zone name='Z1' color='00FF00'/></zones></gauge>"));
+  gauge->IDtmDataSubscriptionControlRange_GaugeDataDef(xml::parseElement(
+      "<gauge lowerRange='L' upperRange='H' pointerColor='FF0000'>"
+      "<zones type='low_limit'><zone name='Z1' color='00FF00'/></zones></gauge>"));
   gauge->IDtmDataSubscriptionControl_SubscriptionItems();
   gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("L", Variant(0.0));
   gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues("H", Variant(10.0));
@@ -277,7 +277,7 @@ INSTANTIATE_TEST_SUITE_P(Backends, Behaviour,
                          ::testing::Values(&testing::headlessUser, &testing::qtUser),
                          [](const auto& info) {
                            return std::string(info.param == &testing::headlessUser ? "Headless"
-                                                                                    : "Qt");
+                                                                                   : "Qt");
                          });
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "user.h"
 
+#include <gtest/gtest.h>
+
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
@@ -8,7 +10,6 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QTest>
-#include <gtest/gtest.h>
 
 #include "platform/headless/headless.h"
 #include "platform/qt/qt_backend.h"
@@ -171,8 +172,7 @@ class QtUser : public User {
   std::vector<VbError> takeUnhandledErrors() override { return qt::takeUnhandledErrors(); }
 
  private:
-  void send(platform::TextBox& box, int key, Qt::KeyboardModifiers modifiers,
-            const QString& text) {
+  void send(platform::TextBox& box, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
     QWidget* widget = qt::widgetOf(box);
     if (!widget->isVisible() || !widget->isEnabled()) return;
     QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
