@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <pugixml.hpp>
 
 #include "frame/interfaces.h"
@@ -124,6 +125,19 @@ void removeServer(pugi::xml_node catalogue, const std::string& library) {
 
 std::string braced(std::string_view id) { return "{" + std::string(id) + "}"; }
 
+// A toolbox bitmap written beside the catalogue file, for hosts that show it; its path.
+std::string writeToolboxBitmap(const std::string& catalogue, int32_t id) {
+  const std::string name = toolboxBitmapName(id);
+  const std::filesystem::path path = std::filesystem::path(catalogue).parent_path() / name;
+  std::error_code failure;
+  std::filesystem::create_directories(path.parent_path(), failure);
+  const auto bytes = resourceBytes(name);
+  std::ofstream(path, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+  return path.string();
+}
+
 }  // namespace
 
 extern "C" {
@@ -179,7 +193,8 @@ int32_t DllRegisterServer(void) {
       if (identity.isControl()) {
         type.append_attribute("control") = "True";
         type.append_attribute("miscStatus") = kControlMiscStatus;
-        type.append_attribute("toolboxBitmap") = toolboxBitmapFile(identity.toolboxBitmap).c_str();
+        type.append_attribute("toolboxBitmap") =
+            writeToolboxBitmap(path, identity.toolboxBitmap).c_str();
       }
       if (entry.members) {
         for (const PersistedProperty& property : entry.members().persisted()) {

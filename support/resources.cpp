@@ -1,8 +1,8 @@
 #include "support/resources.h"
 
-#include <filesystem>
 #include <map>
 
+#include "support/embedded_resources.h"
 #include "values/vb_error.h"
 
 namespace tessaline {
@@ -14,10 +14,15 @@ VbError notFound(int32_t id) {
 }
 }  // namespace
 
-std::string resourceDirectory() { return TESSALINE_RESOURCE_DIR; }
+std::span<const unsigned char> resourceBytes(std::string_view name) {
+  for (const EmbeddedResource& resource : embeddedResources()) {
+    if (resource.name == name) return {resource.data, resource.size};
+  }
+  return {};
+}
 
-std::string toolboxBitmapFile(int32_t id) {
-  return resourceDirectory() + "/toolbox/toolbox-" + std::to_string(id) + ".bmp";
+std::string toolboxBitmapName(int32_t id) {
+  return "toolbox/toolbox-" + std::to_string(id) + ".bmp";
 }
 
 std::string LoadResString(int32_t id) {
@@ -42,12 +47,17 @@ std::string LoadResString(int32_t id) {
 Ref<Object> LoadResPicture(int32_t id) {
   thread_local std::map<int32_t, Ref<Object>> loaded;
   if (auto found = loaded.find(id); found != loaded.end()) return found->second;
-  const std::string base = resourceDirectory() + "/icons/status-" + std::to_string(id);
+  const std::string base = "icons/status-" + std::to_string(id);
   const std::string small = base + "-16.png";
   const std::string large = base + "-32.png";
-  if (!std::filesystem::exists(small) || !std::filesystem::exists(large)) throw notFound(id);
+  const auto bytes = resourceBytes(small);
+  if (bytes.empty() || resourceBytes(large).empty()) throw notFound(id);
   platform::PixelImage pixels;
-  if (platform::hasPictureDecoder()) pixels = platform::LoadPicture(small)->image();
+  if (platform::hasPictureDecoder()) {
+    const Variant encoded(Ref<Object>(
+        std::make_shared<platform::ByteArray>(std::vector<uint8_t>(bytes.begin(), bytes.end()))));
+    if (auto picture = platform::PictureFromBytes(encoded)) pixels = picture->image();
+  }
   Ref<Object> icon(std::make_shared<IconResource>(id, small, large, std::move(pixels)));
   loaded.emplace(id, icon);
   return icon;

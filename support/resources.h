@@ -1,13 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "platform/picture.h"
 #include "values/object.h"
 
 // The library's own resources: the icons and texts of the status modes 101 to 106, and the
-// toolbox bitmaps of the controls.
+// toolbox bitmaps of the controls. The library carries them in itself, so that it finds them
+// wherever it is installed or moved.
 namespace tessaline {
 
 // The text resource of that number, a localization key; 326 for a number without one.
@@ -17,22 +19,22 @@ std::string LoadResString(int32_t id);
 // number gives the same picture object for the life of the thread.
 Ref<Object> LoadResPicture(int32_t id);
 
-// The directory of the resource files.
-std::string resourceDirectory();
+// The bytes of a resource by its path below resources/ ("icons/status-101-16.png"); empty for
+// a name the library doesn't carry.
+std::span<const unsigned char> resourceBytes(std::string_view name);
 
-// The file of a control's toolbox bitmap resource (16 by 15 pixels, 16 colours, a BMP).
-std::string toolboxBitmapFile(int32_t id);
+// The toolbox bitmap of a control (16 by 15 pixels, 16 colours, a BMP), by its resource number.
+std::string toolboxBitmapName(int32_t id);
 
-// An icon resource: its number, its files, and the 16-pixel picture read through the platform's
-// picture service (empty where no decoder is installed).
+// An icon resource: its number, the names of its 16- and 32-pixel pictures, and the 16-pixel
+// picture read through the platform's picture service (empty where no decoder is installed).
 class IconResource : public platform::Picture {
  public:
   IconResource(int32_t id, std::string small, std::string large, platform::PixelImage image)
       : Picture(std::move(image)), id_(id), small_(std::move(small)), large_(std::move(large)) {}
   int32_t id() const { return id_; }
-  // The 16-pixel and the 32-pixel picture files.
-  const std::string& smallFile() const { return small_; }
-  const std::string& largeFile() const { return large_; }
+  const std::string& smallName() const { return small_; }
+  const std::string& largeName() const { return large_; }
 
  private:
   int32_t id_;

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "entry/data_text_box.h"
@@ -79,14 +77,15 @@ TEST_F(Catalogue, CreatesAControlByProgIdOrClassIdentifierOnTheInstalledBackend)
 TEST_F(Catalogue, EveryControlHasASixteenColourToolboxBitmap) {
   for (const ClassIdentity& identity : classIdentities()) {
     if (!identity.isControl()) continue;
-    const std::string file = toolboxBitmapFile(identity.toolboxBitmap);
-    std::ifstream in(file, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), {});
-    ASSERT_GE(bytes.size(), 54u) << file;
-    EXPECT_EQ(static_cast<uint8_t>(bytes[28]), 4) << file << ": bits per pixel";
-    const Ref<platform::Picture> picture = platform::LoadPicture(file);
-    EXPECT_EQ(picture->image().width, 16) << file;
-    EXPECT_EQ(picture->image().height, 15) << file;
+    const std::string name = toolboxBitmapName(identity.toolboxBitmap);
+    const auto bytes = resourceBytes(name);
+    ASSERT_GE(bytes.size(), 54u) << name;
+    EXPECT_EQ(bytes[28], 4) << name << ": bits per pixel";
+    const Ref<platform::Picture> picture = platform::PictureFromBytes(Variant(Ref<Object>(
+        std::make_shared<platform::ByteArray>(std::vector<uint8_t>(bytes.begin(), bytes.end())))));
+    ASSERT_TRUE(picture) << name;
+    EXPECT_EQ(picture->image().width, 16) << name;
+    EXPECT_EQ(picture->image().height, 15) << name;
   }
 }
 
