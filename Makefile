@@ -5,7 +5,7 @@ ASAN_BUILD ?= build-asan
 CONFIG = -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTESSALINE_WERROR=ON
 ASAN_CONFIG = -DCMAKE_BUILD_TYPE=Debug -DTESSALINE_WERROR=ON -DTESSALINE_SANITIZE=ON -DTESSALINE_BENCH=OFF
 
-.PHONY: all bootstrap configure build demo test test-fast test-asan fuzz fuzz-smoke bench format \
+.PHONY: all bootstrap configure build demo studio test test-fast test-asan fuzz fuzz-smoke bench format \
 	check-format clean
 
 all: build
@@ -20,8 +20,15 @@ build: configure
 	@cmake --build $(BUILD) -j$(JOBS)
 
 demo: configure
-	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-demo
+	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-demo tessaline-studio
 	@$(BUILD)/apps/tessaline-demo --out out
+	@echo "\n== The studio: the sample device's dialogs in Qt windows (offscreen), as screenshots =="
+	@QT_QPA_PLATFORM=offscreen $(BUILD)/apps/tessaline-studio --screenshots out 2>/dev/null
+
+# The studio in a real window (needs a display).
+studio: configure
+	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-studio
+	@$(BUILD)/apps/tessaline-studio
 
 test: check-format test-fast test-asan fuzz-smoke
 

@@ -537,7 +537,8 @@ void TextBox::textChangedByQt() {
 // ---- Label, Image, Frame ------------------------------------------------------------------
 
 Label::Label(UserControl& owner, const std::string& name) : Child(owner, name, new QLabel, false) {
-  widget_->setAutoFillBackground(true);
+  // A windowless control paints on its container, beneath every windowed child.
+  widget_->lower();
   new Filter(widget_, [this](QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease && reachable()) {
       userAction([&] {
@@ -578,6 +579,8 @@ void Label::fit() {
 }
 
 Image::Image(UserControl& owner, const std::string& name) : Child(owner, name, new QLabel, false) {
+  widget_->lower();
+  widget_->setAutoFillBackground(false);
   widget_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   new Filter(widget_, [this](QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease && reachable()) {

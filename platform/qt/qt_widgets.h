@@ -162,12 +162,16 @@ class Label : public Child<platform::Label, QLabel> {
 class Image : public Child<platform::Image, QLabel> {
  public:
   Image(UserControl& owner, const std::string& name);
+  ~Image() override = default;
   Ref<Object> Picture() const override { return picture_; }
   void Picture(const Ref<Object>& picture) override;
   bool Stretch() const override { return stretch_; }
   void Stretch(bool value) override;
 
  private:
+  // An image control has no background of its own: its container shows around the picture.
+  void applyColors() override {}
+
   Ref<Object> picture_;
   bool stretch_ = false;
 };

@@ -1,0 +1,118 @@
+#include "apps/studio/main_window.h"
+
+#include <QDockWidget>
+#include <QLabel>
+#include <QListWidget>
+#include <QScrollArea>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "platform/qt/qt_backend.h"
+
+namespace tessaline::studio {
+
+namespace {
+constexpr int kKeptCalls = 500;
+QString text(const std::string& s) { return QString::fromStdString(s); }
+}  // namespace
+
+MainWindow::MainWindow(std::unique_ptr<Session> session, const std::vector<std::string>& problems)
+    : session_(std::move(session)) {
+  setWindowTitle(text("Tessaline Studio - " + session_->package().name));
+
+  forms_ = new QListWidget;
+  for (const FormEntry& form : session_->package().forms) forms_->addItem(text(form.title));
+  auto* navigation = new QDockWidget("Dialogs", this);
+  navigation->setWidget(forms_);
+  navigation->setFeatures(QDockWidget::NoDockWidgetFeatures);
+  addDockWidget(Qt::LeftDockWidgetArea, navigation);
+
+  calls_ = new QListWidget;
+  auto* log = new QDockWidget("Host calls", this);
+  log->setWidget(calls_);
+  log->setFeatures(QDockWidget::NoDockWidgetFeatures);
+  addDockWidget(Qt::RightDockWidgetArea, log);
+
+  problems_ = new QListWidget;
+  auto* list = new QDockWidget("Problems", this);
+  list->setWidget(problems_);
+  list->setFeatures(QDockWidget::NoDockWidgetFeatures);
+  addDockWidget(Qt::BottomDockWidgetArea, list);
+
+  area_ = new QScrollArea;
+  area_->setBackgroundRole(QPalette::Window);
+  setCentralWidget(area_);
+
+  QToolBar* tools = addToolBar("Device");
+  tools->setMovable(false);
+  tools->addAction("Apply", [this] { apply(); });
+  clock_ = new QLabel;
+  statusBar()->addPermanentWidget(clock_);
+
+  session_->host().onCall = [this](const host::HostCall& call) { logCall(call.text()); };
+  report(problems);
+  connect(forms_, &QListWidget::currentRowChanged, [this](int row) {
+    if (row >= 0) showForm(static_cast<size_t>(row));
+  });
+  connect(&timer_, &QTimer::timeout, [this] { advance(0.25); });
+  timer_.start(250);
+  resize(1200, 720);
+  if (forms_->count() > 0) forms_->setCurrentRow(0);
+}
+
+MainWindow::~MainWindow() {
+  timer_.stop();
+  session_->host().onCall = nullptr;
+  // The controls go before the widgets that hold them.
+  session_.reset();
+}
+
+void MainWindow::showForm(size_t index) {
+  std::vector<std::string> problems;
+  // The old form's controls die with the session's form; the surface is made anew.
+  session_->openForm(index, problems);
+  surface_ = new QWidget;
+  if (host::HostForm* form = session_->form()) {
+    surface_->resize(std::max(qt::pixelsOf(form->width), 100),
+                     std::max(qt::pixelsOf(form->height), 100));
+    for (const host::PlacedControl& placed : form->controls()) {
+      QWidget* widget = qt::widgetOf(placed.control->window());
+      if (!widget) continue;
+      widget->setParent(surface_);
+      widget->show();
+    }
+  }
+  area_->setWidget(surface_);
+  if (forms_->currentRow() != static_cast<int>(index)) {
+    const QSignalBlocker blocker(forms_);
+    forms_->setCurrentRow(static_cast<int>(index));
+  }
+  report(problems);
+}
+
+void MainWindow::advance(double seconds) {
+  session_->tick(seconds);
+  clock_->setText(QString("device time %1 s").arg(session_->deviceTime(), 0, 'f', 1));
+  for (const VbError& error : qt::takeUnhandledErrors())
+    report({std::string("unhandled: ") + error.what()});
+}
+
+void MainWindow::apply() {
+  const std::vector<std::string> written = session_->apply();
+  for (const std::string& line : written) logCall("Apply: " + line);
+  statusBar()->showMessage(
+      written.empty() ? "Nothing to apply" : QString("%1 value(s) written").arg(written.size()),
+      4000);
+}
+
+void MainWindow::report(const std::vector<std::string>& problems) {
+  for (const std::string& problem : problems) problems_->addItem(text(problem));
+}
+
+void MainWindow::logCall(const std::string& line) {
+  calls_->addItem(text(line));
+  while (calls_->count() > kKeptCalls) delete calls_->takeItem(0);
+  calls_->scrollToBottom();
+}
+
+}  // namespace tessaline::studio

@@ -1,0 +1,142 @@
+#include "apps/studio/package.h"
+
+#include <filesystem>
+
+#include "platform/xml/pugi_dom.h"
+
+namespace tessaline::studio {
+
+namespace {
+
+std::string attribute(const Ref<platform::XmlNode>& node, const char* name,
+                      const std::string& otherwise = {}) {
+  if (!node) return otherwise;
+  return platform::attributeValue(node, name).value_or(otherwise);
+}
+
+// The child elements of a node of that name, in document order.
+std::vector<Ref<platform::XmlNode>> children(const Ref<platform::XmlNode>& node,
+                                             const std::string& name) {
+  std::vector<Ref<platform::XmlNode>> found;
+  if (!node) return found;
+  const Ref<platform::XmlNodeList> list = node->childNodes();
+  for (int32_t i = 0; i < list->length(); ++i) {
+    Ref<platform::XmlNode> child = list->item(i);
+    if (child && child->nodeName() == name) found.push_back(child);
+  }
+  return found;
+}
+
+Ref<platform::XmlNode> child(const Ref<platform::XmlNode>& node, const std::string& name) {
+  const auto found = children(node, name);
+  return found.empty() ? nullptr : found.front();
+}
+
+// A number of an attribute, or the default where it is absent or no number.
+double number(const Ref<platform::XmlNode>& node, const char* name, double otherwise) {
+  const auto text = node ? platform::attributeValue(node, name) : std::nullopt;
+  if (!text) return otherwise;
+  try {
+    return Variant(*text).toDouble();
+  } catch (const VbError&) {
+    return otherwise;
+  }
+}
+
+// The starting value in the kind that the item's type names: a float is a Double, an integer a
+// Long, anything else text.
+Variant initialValue(const std::string& text, const Ref<platform::XmlNode>& dataItem) {
+  const std::string type = attribute(dataItem, "type");
+  try {
+    if (type == "float") return Variant(Variant(text).toDouble());
+    if (type == "int16" || type == "int32" || type == "byte")
+      return Variant(Variant(text).toInt32());
+  } catch (const VbError&) {
+  }
+  return Variant(text);
+}
+
+}  // namespace
+
+const Parameter* DevicePackage::parameter(const std::string& name) const {
+  for (const Parameter& p : parameters) {
+    if (p.name == name) return &p;
+  }
+  return nullptr;
+}
+
+DevicePackage loadPackage(const std::string& directory, std::vector<std::string>& problems) {
+  DevicePackage package;
+  package.directory = directory;
+  const std::filesystem::path root(directory);
+  try {
+    package.document = xml::loadDocument((root / "device.xml").string());
+  } catch (const VbError& error) {
+    problems.push_back((root / "device.xml").string() + ": " + error.what());
+    return package;
+  }
+  const Ref<platform::XmlNode> device = child(package.document, "device");
+  if (!device) {
+    problems.push_back((root / "device.xml").string() + ": no <device> element");
+    return package;
+  }
+  package.name = attribute(device, "name", root.filename().string());
+
+  for (const auto& text : children(child(device, "texts"), "text")) {
+    package.texts[attribute(text, "key")] = text->text();
+  }
+  for (const auto& node : children(child(device, "parameters"), "parameter")) {
+    Parameter p;
+    p.name = attribute(node, "name");
+    if (p.name.empty()) {
+      problems.push_back("a parameter without a name is left out");
+      continue;
+    }
+    p.dataItem = child(node, "dataItem");
+    p.enumeration = child(node, "enumeration");
+    p.validators = child(node, "validators");
+    p.initial = initialValue(attribute(node, "value"), p.dataItem);
+    p.behaviour = attribute(node, "behaviour", "static");
+    p.low = number(node, "low", 0);
+    p.high = number(node, "high", 100);
+    p.noise = number(node, "noise", 0);
+    p.period = number(node, "period", 600);
+    package.parameters.push_back(std::move(p));
+  }
+  for (const auto& gauge : children(child(device, "gauges"), "gauge")) {
+    package.gauges[attribute(gauge, "name")] = gauge;
+  }
+  for (const auto& node : children(child(device, "forms"), "form")) {
+    FormEntry form;
+    form.file = attribute(node, "file");
+    form.title = attribute(node, "title", form.file);
+    for (const auto& bind : children(node, "bind")) {
+      Binding binding{attribute(bind, "control"), attribute(bind, "parameter"),
+                      attribute(bind, "gauge")};
+      if (!binding.parameter.empty() && !package.parameter(binding.parameter)) {
+        problems.push_back(form.title + ": " + binding.control + " is bound to an unknown " +
+                           "parameter " + binding.parameter);
+      }
+      if (!binding.gauge.empty() && !package.gauges.count(binding.gauge)) {
+        problems.push_back(form.title + ": " + binding.control + " names an unknown gauge " +
+                           binding.gauge);
+      }
+      form.bindings.push_back(std::move(binding));
+    }
+    if (form.file.empty()) {
+      problems.push_back(form.title + ": the form names no file");
+    } else {
+      try {
+        form.document = xml::loadForm((root / form.file).string());
+        form.loaded = true;
+      } catch (const VbError& error) {
+        problems.push_back(form.title + ": " + (root / form.file).string() + ": " + error.what());
+      }
+    }
+    package.forms.push_back(std::move(form));
+  }
+  if (package.forms.empty()) problems.push_back(package.name + " has no forms");
+  return package;
+}
+
+}  // namespace tessaline::studio

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/xml.h"
+#include "platform/xml/form_file.h"
+
+// A device package: what tessaline-studio needs to run a device's dialogs. A folder with
+// device.xml and the form files it names:
+//
+//   <device name="P-101 feed pump">
+//     <texts><text key="Flow_label">Flow</text></texts>
+//     <parameters>
+//       <parameter name="Flow" value="42.5" behaviour="static">
+//         <dataItem name="Flow" type="float" formatString="5.2f" label="Flow_label" .../>
+//         <enumeration>...</enumeration>          (optional)
+//         <validators>...</validators>             (optional)
+//       </parameter>
+//       <parameter name="PT1" value="7.4" behaviour="process" low="0" high="16" noise="0.2"
+//                  period="600"/>                  (a value that moves)
+//       <parameter name="Health" value="0" behaviour="status" period="20"/>
+//     </parameters>
+//     <gauges><gauge name="PT1_gauge" lowerRange="PT1_Low" ...>...</gauge></gauges>
+//     <forms>
+//       <form file="forms/settings.xml" title="Settings">
+//         <bind control="Flow" parameter="Flow"/>
+//         <bind control="Pressure" parameter="PT1" gauge="PT1_gauge"/>
+//       </form>
+//     </forms>
+//   </device>
+//
+// A form file is a saved form (platform/xml/form_file.h): each control's ProgID, place and
+// property bag. A bind gives a control of the form its parameter: the parameter's dataItem and
+// enumeration, its device value, and for a gauge the gauge node, whose items are read from the
+// device's parameters of the same names.
+namespace tessaline::studio {
+
+struct Parameter {
+  std::string name;
+  Ref<platform::XmlNode> dataItem;
+  Ref<platform::XmlNode> enumeration;
+  Ref<platform::XmlNode> validators;
+  Variant initial;
+  // "static": the value stays until written; "process": it moves between low and high with a
+  // slow swing over `period` seconds and noise; "status": it cycles through the status modes.
+  std::string behaviour = "static";
+  double low = 0, high = 100, noise = 0, period = 600;
+};
+
+struct Binding {
+  std::string control;
+  std::string parameter;
+  std::string gauge;
+};
+
+struct FormEntry {
+  std::string title;
+  std::string file;
+  bool loaded = false;
+  xml::FormDocument document;
+  std::vector<Binding> bindings;
+};
+
+struct DevicePackage {
+  std::string name;
+  std::string directory;
+  std::map<std::string, std::string> texts;
+  std::vector<Parameter> parameters;
+  std::map<std::string, Ref<platform::XmlNode>> gauges;
+  std::vector<FormEntry> forms;
+  // The document that the parameters' nodes belong to.
+  Ref<platform::XmlNode> document;
+
+  const Parameter* parameter(const std::string& name) const;
+};
+
+// Reads a package. What can't be read (a missing or broken file, a form that names no file, a
+// parameter without a name) is told in `problems`, one line each, and left out; the rest loads.
+DevicePackage loadPackage(const std::string& directory, std::vector<std::string>& problems);
+
+}  // namespace tessaline::studio

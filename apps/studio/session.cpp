@@ -1,0 +1,244 @@
+#include "apps/studio/session.h"
+
+#include <cmath>
+
+#include "frame/interfaces.h"
+#include "validation/validators.h"
+#include "values/text.h"
+
+namespace tessaline::studio {
+
+namespace {
+
+bool numericType(const Ref<platform::XmlNode>& dataItem) {
+  if (!dataItem) return false;
+  const std::string type = platform::attributeValue(dataItem, "type").value_or("");
+  return type == "float" || type == "int16" || type == "int32" || type == "byte";
+}
+
+// The status modes that a "status" parameter goes through, one a period.
+constexpr int32_t kStatusCycle[] = {0, 106, 0, 101, 0, 105};
+
+}  // namespace
+
+Session::Session(DevicePackage package)
+    : package_(std::move(package)), host_(std::make_shared<host::ReferenceHost>()) {
+  host_->translations = package_.texts;
+  host_->baseFolder = package_.directory;
+  host_->validate = [this](const std::string& item, const Variant& value, std::string& errorText) {
+    return validate(item, value, errorText);
+  };
+  host_->evaluate = [this](const std::string& expression) { return evaluate(expression); };
+  for (const Parameter& p : package_.parameters) host_->device.define(p.name, p.initial);
+}
+
+Session::~Session() {
+  bound_.clear();
+  form_.reset();
+  SetSharedHost(nullptr);
+}
+
+void Session::openForm(size_t index, std::vector<std::string>& problems) {
+  bound_.clear();
+  form_.reset();
+  formIndex_.reset();
+  if (index >= package_.forms.size() || !package_.forms[index].loaded) {
+    problems.push_back("the form can't be shown");
+    return;
+  }
+  const FormEntry& entry = package_.forms[index];
+  form_ = std::make_unique<host::HostForm>(host::HostForm::load(entry.document, problems));
+  formIndex_ = index;
+  for (const host::PlacedControl& placed : form_->controls()) {
+    if (auto frame = queryInterface<IDtmControl>(placed.control)) {
+      frame->IDTMControl_Init(host_);
+      frame->IDtmControl_DtmContainer(host_);
+    }
+  }
+  for (const Binding& binding : entry.bindings) {
+    ControlFrame* control = form_->find(binding.control);
+    if (!control) {
+      problems.push_back(entry.title + ": no control " + binding.control + " on the form");
+      continue;
+    }
+    Bound bound{control, binding.parameter, {}, {}};
+    try {
+      bind(bound, binding, problems);
+    } catch (const VbError& error) {
+      problems.push_back(entry.title + ": " + binding.control + " can't be bound (" + error.what() +
+                         ")");
+      continue;
+    }
+    bound_.push_back(std::move(bound));
+  }
+  for (Bound& bound : bound_) push(bound, true);
+}
+
+void Session::bind(Bound& bound, const Binding& binding, std::vector<std::string>&) {
+  const Parameter* parameter = package_.parameter(binding.parameter);
+  const Ref<Object> control = bound.control->shared_from_this();
+  if (bound.control->hasMember("IDtmControl_Name") && parameter) {
+    bound.control->let("IDtmControl_Name", Variant(parameter->name));
+  }
+  if (parameter && parameter->dataItem && bound.control->hasMember("IDTMDataControl_DataItemDef")) {
+    bound.control->let("IDTMDataControl_DataItemDef", Variant(Ref<Object>(parameter->dataItem)));
+  }
+  if (auto enumeration = queryInterface<IDTMEnumeration>(control);
+      enumeration && parameter && parameter->enumeration) {
+    enumeration->IDTMEnumeration_EnumDataDef(parameter->enumeration);
+  }
+  if (auto range = queryInterface<IDtmDataSubscriptionControlRange>(control);
+      range && !binding.gauge.empty() && package_.gauges.count(binding.gauge)) {
+    range->IDtmDataSubscriptionControlRange_GaugeDataDef(package_.gauges.at(binding.gauge));
+  }
+  if (auto subscription = queryInterface<IDtmDataSubscriptionControl>(control)) {
+    const Variant items = subscription->IDtmDataSubscriptionControl_SubscriptionItems();
+    if (items.isArray()) {
+      for (const Variant& item : items.toArray().items) {
+        const std::string name = item.toText();
+        if (!name.empty()) bound.items.emplace(name, Variant());
+      }
+    }
+  }
+}
+
+// The device's value of the bound parameter to its control, where it changed (or always, when
+// forced); a control that shows an edit keeps it, as a host that reads the device does.
+void Session::push(Bound& bound, bool force) {
+  const Ref<Object> control = bound.control->shared_from_this();
+  const auto read = [this](const std::string& name) -> std::optional<Variant> {
+    if (!package_.parameter(name)) return std::nullopt;
+    return host_->device.read(name);
+  };
+  if (auto subscription = queryInterface<IDtmDataSubscriptionControl>(control)) {
+    for (auto& [item, last] : bound.items) {
+      const auto value = read(item);
+      if (!value || (!force && *value == last)) continue;
+      last = *value;
+      subscription->IDtmDataSubscriptionControl_UpdateSubscriptionValues(item, *value);
+    }
+    return;
+  }
+  const auto value = read(bound.parameter);
+  if (!value || (!force && *value == bound.shown)) return;
+  bound.shown = *value;
+  if (auto status = queryInterface<IDTMStatusControl>(control)) {
+    try {
+      status->IDTMStatusControl_Mode(value->toInt32());
+    } catch (const VbError&) {
+    }
+  } else if (auto data = queryInterface<IDTMDataControl>(control)) {
+    if (!data->IDTMDataControl_Hot()) data->IDTMDataControl_SetDeviceValue(*value);
+  } else if (bound.control->hasMember("IDTMDataControl_SetDeviceValue")) {
+    bound.control->call("IDTMDataControl_SetDeviceValue", {*value});
+  }
+}
+
+Variant Session::moving(const Parameter& p) const {
+  if (p.behaviour == "status") {
+    const auto step = static_cast<int64_t>(time_ / std::max(p.period, 1.0));
+    return Variant(kStatusCycle[step % std::size(kStatusCycle)]);
+  }
+  const double middle = (p.low + p.high) / 2, swing = (p.high - p.low) * 0.4;
+  const double value = middle + swing * std::sin(2 * M_PI * time_ / std::max(p.period, 1.0)) +
+                       p.noise * std::sin(time_ * 7.31 + 1.7) * std::cos(time_ * 3.17);
+  return Variant(std::round(value * 100) / 100);
+}
+
+void Session::tick(double seconds) {
+  time_ += seconds;
+  for (const Parameter& p : package_.parameters) {
+    if (p.behaviour == "process" || p.behaviour == "status")
+      host_->device.define(p.name, moving(p));
+  }
+  for (Bound& bound : bound_) push(bound, false);
+}
+
+std::vector<std::string> Session::apply() {
+  std::vector<std::string> written;
+  for (Bound& bound : bound_) {
+    auto data = queryInterface<IDTMDataControl>(bound.control->shared_from_this());
+    if (!data || !data->IDTMDataControl_Hot() || !package_.parameter(bound.parameter)) continue;
+    Variant value = data->IDTMDataControl_Value();
+    const Parameter& parameter = *package_.parameter(bound.parameter);
+    // The device keeps a number as a number.
+    if (parameter.initial.isNumeric()) {
+      try {
+        value = Variant(value.toDouble());
+      } catch (const VbError&) {
+      }
+    }
+    host_->device.write(bound.parameter, value);
+    bound.shown = value;
+    data->IDTMDataControl_Hot(false);
+    written.push_back(bound.parameter + " = " + value.toText());
+  }
+  return written;
+}
+
+bool Session::validate(const std::string& item, const Variant& value, std::string& errorText) {
+  const Parameter* parameter = package_.parameter(item);
+  if (!parameter || !parameter->validators) return true;
+  const auto localized = [this](const std::string& key) {
+    const auto found = package_.texts.find(key);
+    return found == package_.texts.end() ? key : found->second;
+  };
+  // The range validator compares text; a numeric item's range is compared as numbers here.
+  if (numericType(parameter->dataItem)) {
+    const Ref<platform::XmlNodeList> rules = parameter->validators->childNodes();
+    for (int32_t i = 0; i < rules->length(); ++i) {
+      const Ref<platform::XmlNode> rule = rules->item(i);
+      if (!rule || rule->nodeName() != "rangeValidation") continue;
+      const std::string message = platform::attributeValue(rule, "errorString").value_or("");
+      try {
+        const double number = value.toDouble();
+        const double low = Variant(platform::attributeValue(rule, "min").value_or("")).toDouble();
+        const double high = Variant(platform::attributeValue(rule, "max").value_or("")).toDouble();
+        if (number < low || number > high) {
+          errorText = localized(message);
+          return false;
+        }
+      } catch (const VbError&) {
+        errorText = localized(message);
+        return false;
+      }
+    }
+  } else {
+    RangeValidator range;
+    if (!range.Validate(parameter->validators, "", value)) {
+      errorText = localized(range.ErrorString());
+      return false;
+    }
+  }
+  LengthValidator length;
+  if (!length.Validate(parameter->validators, value)) {
+    errorText = localized(length.ErrorString());
+    return false;
+  }
+  DiscreteValidator discrete;
+  if (!discrete.Validate(parameter->validators, "", value)) {
+    errorText = localized(discrete.ErrorString());
+    return false;
+  }
+  return true;
+}
+
+// Conditions of the form "Name == 'value'" or "Name != 'value'", compared with the device's
+// value as text; any other condition holds.
+bool Session::evaluate(const std::string& expression) const {
+  for (const std::string op : {"==", "!="}) {
+    const size_t at = expression.find(op);
+    if (at == std::string::npos) continue;
+    const std::string name(trimSpaces(std::string_view(expression).substr(0, at)));
+    std::string literal(trimSpaces(std::string_view(expression).substr(at + 2)));
+    if (literal.size() >= 2 && literal.front() == '\'' && literal.back() == '\'') {
+      literal = literal.substr(1, literal.size() - 2);
+    }
+    if (!package_.parameter(name)) return true;
+    const bool same = host_->device.read(name).toText() == literal;
+    return op == "==" ? same : !same;
+  }
+  return true;
+}
+
+}  // namespace tessaline::studio

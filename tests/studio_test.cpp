@@ -1,0 +1,159 @@
+// The studio's host side on the headless backend: device packages that are whole, broken or
+// missing, the check of an edit against its parameter's validators, and Apply.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "apps/studio/session.h"
+#include "entry/data_combo_box.h"
+#include "entry/data_text_box.h"
+#include "gauges/data_gauge.h"
+#include "support.h"
+
+namespace tessaline {
+namespace {
+
+class Studio : public testing::HeadlessTest {
+ protected:
+  void SetUp() override {
+    HeadlessTest::SetUp();
+    root =
+        std::filesystem::temp_directory_path() / ("tessaline-studio-" + std::to_string(::getpid()));
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root / "forms");
+  }
+  void TearDown() override {
+    session.reset();
+    std::filesystem::remove_all(root);
+    HeadlessTest::TearDown();
+  }
+  void write(const std::string& name, const std::string& text) {
+    std::ofstream(root / name) << text;
+  }
+  studio::DevicePackage load() { return studio::loadPackage(root.string(), problems); }
+
+  std::filesystem::path root;
+  std::vector<std::string> problems;
+  std::unique_ptr<studio::Session> session;
+};
+
+constexpr const char* kDevice = R"(<device name="Pump">
+  <texts><text key="Flow_range">Between 0 and 250</text><text key="Tag_length">1 to 4</text></texts>
+  <parameters>
+    <parameter name="Flow" value="120.5">
+      <dataItem name="Flow" type="float" formatString="6.1f"/>
+      <validators><rangeValidation min="0" max="250" errorString="Flow_range"/></validators>
+    </parameter>
+    <parameter name="Tag" value="P1">
+      <dataItem name="Tag" type="string"/>
+      <validators><lengthValidation min="1" max="4" errorString="Tag_length"/></validators>
+    </parameter>
+    <parameter name="PV" value="5" behaviour="process" low="0" high="10" period="60"/>
+    <parameter name="Lo" value="0"/><parameter name="Hi" value="10"/><parameter name="Z" value="8"/>
+  </parameters>
+  <gauges><gauge name="G" lowerRange="Lo" upperRange="Hi" pointerColor="FF0000">
+    <zones type="low_limit"><zone name="Z" color="00FF00"/></zones></gauge></gauges>
+  <forms><form file="forms/main.xml" title="Main">
+    <bind control="FlowBox" parameter="Flow"/><bind control="TagBox" parameter="Tag"/>
+    <bind control="Meter" parameter="PV" gauge="G"/>
+  </form></forms>
+</device>)";
+
+constexpr const char* kForm = R"(<form name="Main" width="9000" height="4000">
+  <control progId="Tessaline.DTMDataTextBox" name="FlowBox" left="0" top="0" width="3000"
+           height="360" tabIndex="0"/>
+  <control progId="Tessaline.DTMDataTextBox" name="TagBox" left="0" top="500" width="3000"
+           height="360" tabIndex="1"/>
+  <control progId="Tessaline.DTMDataGuageControl" name="Meter" left="4000" top="0" width="3113"
+           height="2458" tabIndex="2"/>
+</form>)";
+
+TEST_F(Studio, RunsAFormWithLiveValuesChecksEditsAndAppliesThem) {
+  write("device.xml", kDevice);
+  write("forms/main.xml", kForm);
+  session = std::make_unique<studio::Session>(load());
+  ASSERT_EQ(problems, std::vector<std::string>{});
+  session->openForm(0, problems);
+  ASSERT_EQ(problems, std::vector<std::string>{});
+  auto& flow = dynamic_cast<DTMDataTextBox&>(*session->form()->find("FlowBox"));
+  auto& meter = dynamic_cast<DTMDataGuageControl&>(*session->form()->find("Meter"));
+  EXPECT_EQ(flow.Text1().Text(), "120.5");
+  EXPECT_FALSE(meter.ChartViewer1().Picture().isNothing());
+  const Variant before = meter.IDTMDataControl_Value();
+  session->tick(5);
+  EXPECT_NE(meter.IDTMDataControl_Value(), before) << "the process value moves";
+
+  // The numeric range is compared as numbers, and its message is the device's own text.
+  headless::user(flow.Text1()).select(0, 10);
+  headless::user(flow.Text1()).type("300");
+  EXPECT_EQ(flow.DTMStatusControl1().IDTMStatusControl_Mode(), 104);
+  EXPECT_EQ(flow.DTMStatusControl1().IDTMStatusControl_Text(), "Between 0 and 250");
+  headless::user(flow.Text1()).backspace();
+  headless::user(flow.Text1()).backspace();
+  headless::user(flow.Text1()).type("5");
+  EXPECT_EQ(flow.Text1().Text(), "35");
+  EXPECT_EQ(flow.DTMStatusControl1().IDTMStatusControl_Mode(), 102);
+
+  // An edit is kept while the device moves, then written by Apply.
+  session->tick(1);
+  EXPECT_EQ(flow.Text1().Text(), "35");
+  EXPECT_EQ(session->apply(), std::vector<std::string>{"Flow = 35"});
+  EXPECT_FALSE(flow.IDTMDataControl_Hot());
+  EXPECT_EQ(session->host().device.read("Flow"), Variant(35.0));
+  EXPECT_TRUE(session->apply().empty());
+
+  auto& tag = dynamic_cast<DTMDataTextBox&>(*session->form()->find("TagBox"));
+  headless::user(tag.Text1()).type("XYZ");
+  EXPECT_EQ(tag.DTMStatusControl1().IDTMStatusControl_Text(), "1 to 4");
+}
+
+TEST_F(Studio, ABrokenPackageShowsWhatItCanAndNamesEachProblem) {
+  // No device.xml at all.
+  session = std::make_unique<studio::Session>(load());
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_NE(problems[0].find("device.xml"), std::string::npos);
+
+  problems.clear();
+  write("device.xml",
+        "<device name='x'><forms><form file='forms/broken.xml' title='Broken'/>"
+        "<form file='forms/missing.xml' title='Missing'/>"
+        "<form file='forms/odd.xml' title='Odd'><bind control='Nobody' "
+        "parameter='Nothing'/></form></forms></device>");
+  write("forms/broken.xml", "<form><control");
+  write("forms/odd.xml",
+        R"(<form name="Odd" width="1000" height="1000">
+             <control progId="Tessaline.NoSuchControl" name="A" left="0" top="0" width="10" height="10" tabIndex="0"/>
+             <control progId="Tessaline.DTMDataLabel" name="B" left="5000" top="0" width="10" height="10" tabIndex="1"/>
+           </form>)");
+  session = std::make_unique<studio::Session>(load());
+  EXPECT_EQ(problems.size(), 3u) << ::testing::PrintToString(problems);
+  problems.clear();
+  session->openForm(0, problems);
+  EXPECT_FALSE(problems.empty());
+  problems.clear();
+  session->openForm(2, problems);
+  ASSERT_TRUE(session->form());
+  EXPECT_EQ(session->form()->controls().size(), 1u);  // the label, placed off the form
+  EXPECT_EQ(problems.size(), 3u) << ::testing::PrintToString(problems);
+  session->tick(1);
+
+  write("device.xml", "<device><broken");
+  problems.clear();
+  session = std::make_unique<studio::Session>(load());
+  EXPECT_EQ(problems.size(), 1u);
+}
+
+TEST_F(Studio, TheSamplePackageLoadsWithoutAProblemAndRunsEveryForm) {
+  session = std::make_unique<studio::Session>(
+      studio::loadPackage(TESSALINE_SOURCE_DIR "/devices/sample-pump", problems));
+  EXPECT_EQ(problems, std::vector<std::string>{});
+  for (size_t i = 0; i < session->package().forms.size(); ++i) {
+    session->openForm(i, problems);
+    for (int tick = 0; tick < 8; ++tick) session->tick(0.25);
+    EXPECT_EQ(problems, std::vector<std::string>{}) << session->package().forms[i].title;
+  }
+}
+
+}  // namespace
+}  // namespace tessaline
