@@ -239,12 +239,16 @@ class Backend : public platform::Backend, public platform::TooltipService {
     if (!owner || !widget) return;
     owner->tools.emplace_back(widget, text);
     owner->info.tools = owner->tools.size();
-    const platform::WindowHandle handle = owner->handle;
-    new Watcher(widget, [this, handle, widget](QObject*, QEvent* event) {
-      if (event->type() == QEvent::Enter) hovered(handle, widget);
-      if (event->type() == QEvent::Leave) left(handle);
+    // One watcher for a window, however often its tools are made anew: it asks at each event
+    // which tooltip window holds the window now.
+    if (widget->property("tessalineTool").toBool()) return;
+    widget->setProperty("tessalineTool", true);
+    new Watcher(widget, [this, widget](QObject*, QEvent* event) {
+      const platform::WindowHandle handle = holderOf(widget);
+      if (event->type() == QEvent::Enter && handle) hovered(handle, widget);
+      if (event->type() == QEvent::Leave) left();
       // The platform's own tip (a child's ToolTipText) gives way to the tool's.
-      return event->type() == QEvent::ToolTip && find(handle);
+      return event->type() == QEvent::ToolTip && handle != 0;
     });
   }
 
@@ -325,8 +329,16 @@ class Backend : public platform::Backend, public platform::TooltipService {
     pendingDelay_ = reshow ? 0 : window->info.initialTime;
     pending_.start(std::max(0, pendingDelay_));
   }
-  void left(platform::WindowHandle tooltip) {
-    if (pendingFrom_ != tooltip) return;
+  // The newest tooltip window that holds a window as a tool; 0 for none.
+  platform::WindowHandle holderOf(QWidget* widget) const {
+    for (auto it = tooltips_.rbegin(); it != tooltips_.rend(); ++it) {
+      for (const auto& [tool, caption] : it->tools) {
+        if (tool == widget) return it->handle;
+      }
+    }
+    return 0;
+  }
+  void left() {
     pending_.stop();
     pendingTool_ = nullptr;
     QToolTip::hideText();

@@ -264,14 +264,17 @@ void Child<Interface, QtWidget>::Height(int32_t value) {
   place();
 }
 
+// A palette costs Qt a restyle of the widget: it is set only when a colour changes.
 template <class Interface, class QtWidget>
 void Child<Interface, QtWidget>::BackColor(platform::Color value) {
+  if (value == backColor_) return;
   backColor_ = value;
   applyColors();
 }
 
 template <class Interface, class QtWidget>
 void Child<Interface, QtWidget>::ForeColor(platform::Color value) {
+  if (value == foreColor_) return;
   foreColor_ = value;
   applyColors();
 }
