@@ -52,8 +52,10 @@ fuzz-smoke: bootstrap
 	@FUZZ_SECONDS=15 JOBS=$(JOBS) scripts/fuzz
 
 bench: configure
-	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-bench
+	@cmake --build $(BUILD) -j$(JOBS) --target tessaline-bench tessaline-qt-bench
 	@$(BUILD)/bench/tessaline-bench --benchmark_repetitions=5 --benchmark_report_aggregates_only=true
+	@QT_QPA_PLATFORM=offscreen $(BUILD)/bench/tessaline-qt-bench --benchmark_repetitions=5 \
+	  --benchmark_report_aggregates_only=true
 
 # Layout is decided by .clang-format; CI fails on any file that it would change.
 FORMAT_FILES = $(wildcard $(shell git ls-files -co --exclude-standard '*.h' '*.cpp'))
