@@ -205,6 +205,81 @@ class Image : public Widget {
   virtual void Stretch(bool value) = 0;
 };
 
+// The classic option button in graphical style: a button that shows its picture and stays
+// pressed while its Value is true. Of the option buttons of one container, one is pressed.
+// - A click of the user presses it (the others of its container come up) and raises Click, also
+//   when it was pressed already.
+// - Value set to true by program does the same, Click included; set to false, it only comes up.
+class OptionButton : public Widget {
+ public:
+  struct Events {
+    Handler Click;
+  };
+  Events events;
+
+  virtual bool Value() const = 0;
+  virtual void Value(bool value) = 0;
+  // The picture on the button's face, or Nothing.
+  virtual Ref<Object> Picture() const = 0;
+  virtual void Picture(const Ref<Object>& picture) = 0;
+};
+
+// The classic scroll bar, horizontal or vertical as made: Min 0, Max 32767 and Value 0 until
+// set, SmallChange 1, LargeChange 1.
+// - Dragging the thumb raises Scroll at each move and Change at its end; a click on an arrow or
+//   the track moves Value by SmallChange or LargeChange and raises Change.
+// - Value set by program raises Change when it changes; a Value outside Min to Max raises 380.
+class ScrollBar : public Widget {
+ public:
+  struct Events {
+    Handler Scroll, Change;
+  };
+  Events events;
+
+  virtual bool Horizontal() const = 0;
+  virtual int32_t Min() const = 0;
+  virtual void Min(int32_t value) = 0;
+  virtual int32_t Max() const = 0;
+  virtual void Max(int32_t value) = 0;
+  virtual int32_t Value() const = 0;
+  virtual void Value(int32_t value) = 0;
+  virtual int32_t SmallChange() const = 0;
+  virtual void SmallChange(int32_t value) = 0;
+  virtual int32_t LargeChange() const = 0;
+  virtual void LargeChange(int32_t value) = 0;
+};
+
+// The classic timer: no window. While it is Enabled with an Interval above 0, Timer is raised
+// each Interval milliseconds of the platform's clock, on the control's thread between other
+// events (never inside one). Setting Enabled or Interval starts the count anew.
+class Timer {
+ public:
+  struct Events {
+    Handler Timer;
+  };
+  Events events;
+
+  virtual ~Timer() = default;
+  virtual const std::string& Name() const = 0;
+  virtual int32_t Interval() const = 0;
+  virtual void Interval(int32_t milliseconds) = 0;
+  virtual bool Enabled() const = 0;
+  virtual void Enabled(bool value) = 0;
+};
+
+// A moment of the platform's clock, in local time.
+struct LocalTime {
+  int32_t year = 1970, month = 1, day = 1, hour = 0, minute = 0;
+  double second = 0;
+};
+
+// The platform's clock: the local date and time, to the second.
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  virtual LocalTime now() = 0;
+};
+
 // The composite control's own window: its size, its place on the form (the extender's
 // Visible), its children, and the notification that a property changed.
 // - Setting Width or Height raises Resize; a Resize handler may set them again.
@@ -250,6 +325,9 @@ class UserControl {
   virtual std::unique_ptr<ListBox> createListBox(const std::string& name) = 0;
   virtual std::unique_ptr<Frame> createFrame(const std::string& name) = 0;
   virtual std::unique_ptr<ChartViewer> createChartViewer(const std::string& name) = 0;
+  virtual std::unique_ptr<OptionButton> createOptionButton(const std::string& name) = 0;
+  virtual std::unique_ptr<ScrollBar> createScrollBar(const std::string& name, bool horizontal) = 0;
+  virtual std::unique_ptr<Timer> createTimer(const std::string& name) = 0;
 
   // The collection of children made at run time, by type name ("vb.label") and name. The
   // collection owns them; 711 for a type it doesn't know, 727 for a name that is taken, 730
@@ -316,6 +394,7 @@ class Backend {
   virtual Clipboard& clipboard() = 0;
   virtual TooltipService& tooltips() = 0;
   virtual TextMeasure& textMeasure() = 0;
+  virtual Clock& clock() = 0;
 };
 
 // A child's property by its name, as a composite control forwards it: the typed member where

@@ -15,9 +15,13 @@ namespace tessaline {
 // The text resource of that number, a localization key; 326 for a number without one.
 std::string LoadResString(int32_t id);
 
-// The icon resource of that number (16 and 32 pixels); 326 for a number without one. The same
-// number gives the same picture object for the life of the thread.
-Ref<Object> LoadResPicture(int32_t id);
+// The kinds of picture resources; a number names one picture of each kind.
+enum class ResourceType { Icon, Bitmap };
+
+// The picture resource of that number and kind: the status icons (16 and 32 pixels) and the
+// chart buttons' bitmaps (104 zoom in, 105 zoom out, 107 home, 108 hand); 326 for a number
+// without one. The same number gives the same picture object for the life of the thread.
+Ref<Object> LoadResPicture(int32_t id, ResourceType type = ResourceType::Icon);
 
 // The bytes of a resource by its path below resources/ ("icons/status-101-16.png"); empty for
 // a name the library doesn't carry.

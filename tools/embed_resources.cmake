@@ -1,7 +1,8 @@
 # Writes the library's resource files into a C++ source as byte arrays, so that the library
 # carries them wherever it is installed or moved:
 #   cmake -DROOT=<resources dir> -DOUTPUT=<file.cpp> -P embed_resources.cmake
-file(GLOB_RECURSE files RELATIVE "${ROOT}" "${ROOT}/icons/*.png" "${ROOT}/toolbox/*.bmp")
+file(GLOB_RECURSE files RELATIVE "${ROOT}" "${ROOT}/icons/*.png" "${ROOT}/buttons/*.png"
+     "${ROOT}/toolbox/*.bmp")
 list(SORT files)
 set(body "// Generated from resources/ by tools/embed_resources.cmake; do not edit.\n")
 string(APPEND body "#include \"support/embedded_resources.h\"\n\nnamespace tessaline {\nnamespace {\n")

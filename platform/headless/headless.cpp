@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/text_editing.h"
+#include "values/dates.h"
 
 namespace tessaline::headless {
 
@@ -543,6 +544,135 @@ void Image::click() {
   userAction([&] { raise(events.Click); });
 }
 
+// ---- OptionButton, ScrollBar ----
+
+OptionButton::OptionButton(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget(owner, std::move(name), handle) {
+  owner_.optionButtons().push_back(this);
+}
+
+OptionButton::~OptionButton() { std::erase(owner_.optionButtons(), this); }
+
+void OptionButton::Value(bool value) {
+  value_ = value;
+  if (!value) return;
+  for (OptionButton* other : owner_.optionButtons()) {
+    if (other != this && other->container() == container()) other->value_ = false;
+  }
+  raise(events.Click);
+}
+
+void OptionButton::click() {
+  if (!reachable()) return;
+  userAction([&] { Value(true); });
+}
+
+ScrollBar::ScrollBar(UserControl& owner, std::string name, platform::WindowHandle handle,
+                     bool horizontal)
+    : Widget(owner, std::move(name), handle), horizontal_(horizontal) {}
+
+void ScrollBar::Value(int32_t value) {
+  if (value < std::min(min_, max_) || value > std::max(min_, max_)) {
+    throw VbError(err::InvalidPropertyValue);
+  }
+  if (value == value_) return;
+  value_ = value;
+  raise(events.Change);
+}
+
+void ScrollBar::drag(int32_t to, int32_t steps) {
+  if (!reachable()) return;
+  to = std::clamp(to, std::min(min_, max_), std::max(min_, max_));
+  userAction([&] {
+    const int32_t from = value_;
+    for (int32_t i = 1; i <= steps; ++i) {
+      value_ = from + static_cast<int32_t>((int64_t{to} - from) * i / steps);
+      raise(events.Scroll);
+    }
+    raise(events.Change);
+  });
+}
+
+void ScrollBar::clickTrack(int32_t direction) {
+  if (!reachable()) return;
+  const int64_t next = int64_t{value_} + (direction > 0 ? largeChange_ : -largeChange_);
+  userAction([&] {
+    Value(static_cast<int32_t>(std::clamp<int64_t>(next, std::min(min_, max_), std::max(min_, max_))));
+  });
+}
+
+// ---- Timer, Clock ----
+
+Timer::Timer(std::string name) : name_(std::move(name)) { current().clock().add(*this); }
+
+Timer::~Timer() {
+  if (auto backend = installedBackend().lock()) backend->clock().remove(*this);
+}
+
+void Timer::Interval(int32_t milliseconds) {
+  interval_ = milliseconds;
+  restart();
+}
+
+void Timer::Enabled(bool value) {
+  enabled_ = value;
+  restart();
+}
+
+void Timer::restart() {
+  if (auto backend = installedBackend().lock()) {
+    next_ = backend->clock().seconds() + interval_ / 1000.0;
+  }
+}
+
+std::optional<double> Timer::due() const {
+  if (!enabled_ || interval_ <= 0) return std::nullopt;
+  return next_;
+}
+
+void Timer::fire() {
+  next_ += interval_ / 1000.0;
+  userAction([&] { raise(events.Timer); });
+}
+
+void Clock::remove(Timer& timer) { std::erase(timers_, &timer); }
+
+platform::LocalTime Clock::now() {
+  const double days = std::floor(seconds_ / 86400);
+  const CalendarDate date = calendarFromSerial(days);
+  double rest = seconds_ - days * 86400;
+  platform::LocalTime time;
+  time.year = date.year;
+  time.month = date.month;
+  time.day = date.day;
+  time.hour = static_cast<int32_t>(rest / 3600);
+  rest -= time.hour * 3600.0;
+  time.minute = static_cast<int32_t>(rest / 60);
+  time.second = rest - time.minute * 60.0;
+  return time;
+}
+
+void Clock::set(const platform::LocalTime& time) {
+  seconds_ = serialFromCalendar(time.year, time.month, time.day) * 86400 + time.hour * 3600.0 +
+             time.minute * 60.0 + time.second;
+  for (Timer* timer : timers_) timer->restart();
+}
+
+void Clock::advance(double seconds) {
+  const double end = seconds_ + std::max(0.0, seconds);
+  for (;;) {
+    Timer* next = nullptr;
+    for (Timer* timer : timers_) {
+      const auto due = timer->due();
+      if (due && *due <= end && (!next || *due < *next->due())) next = timer;
+    }
+    if (!next) break;
+    seconds_ = std::max(seconds_, *next->due());
+    next->fire();
+  }
+  seconds_ = end;
+}
+
 // ---- UserControl ----
 
 UserControl::UserControl(std::string className, UserControl* parent, platform::WindowHandle handle)
@@ -609,6 +739,19 @@ std::unique_ptr<platform::ChartViewer> UserControl::createChartViewer(const std:
   return std::make_unique<ChartViewer>(*this, name, nextHandle());
 }
 
+std::unique_ptr<platform::OptionButton> UserControl::createOptionButton(const std::string& name) {
+  return std::make_unique<OptionButton>(*this, name, nextHandle());
+}
+
+std::unique_ptr<platform::ScrollBar> UserControl::createScrollBar(const std::string& name,
+                                                                  bool horizontal) {
+  return std::make_unique<ScrollBar>(*this, name, nextHandle(), horizontal);
+}
+
+std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& name) {
+  return std::make_unique<Timer>(name);
+}
+
 std::unique_ptr<platform::ListBox> UserControl::createListBox(const std::string& name) {
   return std::make_unique<ListBox>(*this, name, nextHandle());
 }
@@ -660,6 +803,8 @@ Image& user(platform::Image& image) { return dynamic_cast<Image&>(image); }
 ChartViewer& user(platform::ChartViewer& viewer) { return dynamic_cast<ChartViewer&>(viewer); }
 ComboBox& user(platform::ComboBox& combo) { return dynamic_cast<ComboBox&>(combo); }
 ListBox& user(platform::ListBox& list) { return dynamic_cast<ListBox&>(list); }
+OptionButton& user(platform::OptionButton& button) { return dynamic_cast<OptionButton&>(button); }
+ScrollBar& user(platform::ScrollBar& bar) { return dynamic_cast<ScrollBar&>(bar); }
 UserControl& user(platform::UserControl& window) { return dynamic_cast<UserControl&>(window); }
 
 }  // namespace tessaline::headless

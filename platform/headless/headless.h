@@ -85,12 +85,36 @@ class FixedTextMeasure : public platform::TextMeasure {
                int32_t& height) override;
 };
 
+class Timer;
+
+// The clock of the headless backend: set by tests, and moved on by them. Timers fire as the
+// clock passes their moments, in order, each handler running between the others; no test sleeps.
+class Clock : public platform::Clock {
+ public:
+  platform::LocalTime now() override;
+  // The clock at a moment of local time; timers count from there.
+  void set(const platform::LocalTime& time);
+  // The clock `seconds` on, firing every timer that falls due on the way.
+  void advance(double seconds);
+  // Seconds since 30 December 1899 00:00, local time.
+  double seconds() const { return seconds_; }
+
+  void add(Timer& timer) { timers_.push_back(&timer); }
+  void remove(Timer& timer);
+
+ private:
+  // 23 November 2026, 12:00: the same start on every machine.
+  double seconds_ = 46349.5 * 86400;
+  std::vector<Timer*> timers_;
+};
+
 class Backend : public platform::Backend {
  public:
   std::unique_ptr<platform::UserControl> createUserControl(const std::string& className) override;
   platform::Clipboard& clipboard() override { return clipboard_; }
   Tooltips& tooltips() override { return tooltips_; }
   FixedTextMeasure& textMeasure() override { return measure_; }
+  Clock& clock() override { return clock_; }
 
   // Windows by handle, so that a tool can take a window's client rectangle.
   void registerWindow(platform::WindowHandle handle, std::function<void(int32_t&, int32_t&)> size);
@@ -119,6 +143,7 @@ class Backend : public platform::Backend {
   MemoryClipboard clipboard_;
   Tooltips tooltips_;
   FixedTextMeasure measure_;
+  Clock clock_;
   std::vector<VbError> unhandled_;
   std::map<platform::WindowHandle, std::function<void(int32_t&, int32_t&)>> windows_;
 };
@@ -412,6 +437,72 @@ class ChartViewer : public Widget<platform::ChartViewer> {
   int32_t picturesShown_ = 0;
 };
 
+class OptionButton : public Widget<platform::OptionButton> {
+ public:
+  OptionButton(UserControl& owner, std::string name, platform::WindowHandle handle);
+  ~OptionButton() override;
+  bool Value() const override { return value_; }
+  void Value(bool value) override;
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override { picture_ = picture; }
+
+  // A click of the user on the button.
+  void click();
+
+ private:
+  bool value_ = false;
+  Ref<Object> picture_;
+};
+
+class ScrollBar : public Widget<platform::ScrollBar> {
+ public:
+  ScrollBar(UserControl& owner, std::string name, platform::WindowHandle handle, bool horizontal);
+  bool Horizontal() const override { return horizontal_; }
+  int32_t Min() const override { return min_; }
+  void Min(int32_t value) override { min_ = value; }
+  int32_t Max() const override { return max_; }
+  void Max(int32_t value) override { max_ = value; }
+  int32_t Value() const override { return value_; }
+  void Value(int32_t value) override;
+  int32_t SmallChange() const override { return smallChange_; }
+  void SmallChange(int32_t value) override { smallChange_ = value; }
+  int32_t LargeChange() const override { return largeChange_; }
+  void LargeChange(int32_t value) override { largeChange_ = value; }
+
+  // The user drags the thumb to a value: Scroll at each step on the way, then Change.
+  void drag(int32_t to, int32_t steps = 4);
+  // A click on the track beyond the thumb (+1) or before it (-1): a large change.
+  void clickTrack(int32_t direction);
+
+ private:
+  bool horizontal_;
+  int32_t min_ = 0, max_ = 32767, value_ = 0, smallChange_ = 1, largeChange_ = 1;
+};
+
+class Timer : public platform::Timer {
+ public:
+  explicit Timer(std::string name);
+  ~Timer() override;
+  const std::string& Name() const override { return name_; }
+  int32_t Interval() const override { return interval_; }
+  void Interval(int32_t milliseconds) override;
+  bool Enabled() const override { return enabled_; }
+  void Enabled(bool value) override;
+
+  // When it fires next, in the clock's seconds; none while it doesn't run.
+  std::optional<double> due() const;
+  // The clock has reached its moment: Timer, and the next moment.
+  void fire();
+  // The count starts anew from the clock's present moment.
+  void restart();
+
+ private:
+  std::string name_;
+  int32_t interval_ = 0;
+  bool enabled_ = false;
+  double next_ = 0;
+};
+
 class UserControl : public platform::UserControl {
  public:
   UserControl(std::string className, UserControl* parent, platform::WindowHandle handle);
@@ -442,6 +533,10 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::ListBox> createListBox(const std::string& name) override;
   std::unique_ptr<platform::Frame> createFrame(const std::string& name) override;
   std::unique_ptr<platform::ChartViewer> createChartViewer(const std::string& name) override;
+  std::unique_ptr<platform::OptionButton> createOptionButton(const std::string& name) override;
+  std::unique_ptr<platform::ScrollBar> createScrollBar(const std::string& name,
+                                                       bool horizontal) override;
+  std::unique_ptr<platform::Timer> createTimer(const std::string& name) override;
   platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
   void Controls_Remove(const std::string& name) override;
   platform::Widget* Controls(const std::string& name) override;
@@ -449,6 +544,8 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::UserControl> createChildControl(const std::string& className) override;
 
   UserControl* parent() const { return parent_; }
+  // The option buttons on this control, of which one is pressed per container.
+  std::vector<OptionButton*>& optionButtons() { return optionButtons_; }
   // The names of the property-changed notifications, in order; taking them clears the list.
   std::vector<std::string> takePropertyChanges();
   // The user resizes the control on the form.
@@ -462,6 +559,7 @@ class UserControl : public platform::UserControl {
   bool visible_ = true;
   std::deque<std::string> propertyChanges_;
   std::map<std::string, std::unique_ptr<platform::Widget>> added_;
+  std::vector<OptionButton*> optionButtons_;
 };
 
 // The headless object behind a child or window that the headless backend made.
@@ -471,6 +569,8 @@ Image& user(platform::Image& image);
 ChartViewer& user(platform::ChartViewer& viewer);
 ComboBox& user(platform::ComboBox& combo);
 ListBox& user(platform::ListBox& list);
+OptionButton& user(platform::OptionButton& button);
+ScrollBar& user(platform::ScrollBar& bar);
 UserControl& user(platform::UserControl& window);
 
 }  // namespace tessaline::headless

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCursor>
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QFontMetrics>
 #include <QLocale>
@@ -129,6 +130,17 @@ QFont qtFont(const platform::FontSpec& spec) {
   return font;
 }
 
+class Clock : public platform::Clock {
+ public:
+  platform::LocalTime now() override {
+    const QDateTime moment = QDateTime::currentDateTime();
+    const QDate date = moment.date();
+    const QTime time = moment.time();
+    return {date.year(), date.month(), date.day(), time.hour(), time.minute(),
+            time.second() + time.msec() / 1000.0};
+  }
+};
+
 class TextMeasure : public platform::TextMeasure {
  public:
   void measure(const std::string& text, const platform::FontSpec& font, int32_t& width,
@@ -198,6 +210,7 @@ class Backend : public platform::Backend, public platform::TooltipService {
   platform::Clipboard& clipboard() override { return clipboard_; }
   platform::TooltipService& tooltips() override { return *this; }
   platform::TextMeasure& textMeasure() override { return measure_; }
+  platform::Clock& clock() override { return clock_; }
 
   // ---- Tooltips ----
   platform::WindowHandle createTooltipWindow(platform::WindowHandle parent, int32_t) override {
@@ -346,6 +359,7 @@ class Backend : public platform::Backend, public platform::TooltipService {
 
   Clipboard clipboard_;
   TextMeasure measure_;
+  Clock clock_;
   std::vector<TooltipWindow> tooltips_;
   QTimer pending_;
   platform::WindowHandle pendingFrom_ = 0;
@@ -540,6 +554,19 @@ std::unique_ptr<platform::Frame> UserControl::createFrame(const std::string& nam
 
 std::unique_ptr<platform::ChartViewer> UserControl::createChartViewer(const std::string& name) {
   return std::make_unique<ChartViewer>(*this, name);
+}
+
+std::unique_ptr<platform::OptionButton> UserControl::createOptionButton(const std::string& name) {
+  return std::make_unique<OptionButton>(*this, name);
+}
+
+std::unique_ptr<platform::ScrollBar> UserControl::createScrollBar(const std::string& name,
+                                                                  bool horizontal) {
+  return std::make_unique<ScrollBar>(*this, name, horizontal);
+}
+
+std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& name) {
+  return std::make_unique<Timer>(name);
 }
 
 platform::Widget& UserControl::Controls_Add(const std::string& progId, const std::string& name) {

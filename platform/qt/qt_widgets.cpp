@@ -328,6 +328,8 @@ template class Child<platform::Frame, QFrame>;
 template class Child<platform::ComboBox, QComboBox>;
 template class Child<platform::ListBox, QListWidget>;
 template class Child<platform::ChartViewer, QWidget>;
+template class Child<platform::OptionButton, QToolButton>;
+template class Child<platform::ScrollBar, QScrollBar>;
 
 // ---- TextBox ------------------------------------------------------------------------------
 
@@ -847,6 +849,130 @@ void ChartViewer::drag(int fromX, int fromY, int toX, int toY) {
   userAction([&] {
     if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(true, false);
   });
+}
+
+}  // namespace tessaline::qt
+
+namespace tessaline::qt {
+
+// ---- OptionButton, ScrollBar, Timer -------------------------------------------------------
+
+OptionButton::OptionButton(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QToolButton, true) {
+  widget_->setCheckable(true);
+  widget_->setAutoExclusive(true);
+  widget_->setToolButtonStyle(Qt::ToolButtonIconOnly);
+  QObject::connect(widget_, &QToolButton::clicked, [this] {
+    userAction([&] {
+      if (events.Click) events.Click();
+    });
+  });
+}
+
+void OptionButton::Value(bool value) {
+  if (!widget_) return;
+  {
+    const QSignalBlocker blocker(widget_);
+    widget_->setChecked(value);
+  }
+  if (value) {
+    userAction([&] {
+      if (events.Click) events.Click();
+    });
+  }
+}
+
+void OptionButton::Picture(const Ref<Object>& picture) {
+  picture_ = picture;
+  if (!widget_) return;
+  const QImage image = imageOf(picture);
+  widget_->setIcon(image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image)));
+  if (!image.isNull()) widget_->setIconSize(image.size());
+}
+
+ScrollBar::ScrollBar(UserControl& owner, const std::string& name, bool horizontal)
+    : Child(owner, name, new QScrollBar(horizontal ? Qt::Horizontal : Qt::Vertical), true),
+      horizontal_(horizontal) {
+  // The value moves with the thumb only where it is let go: Scroll while it moves, Change then.
+  widget_->setTracking(false);
+  range();
+  QObject::connect(widget_, &QScrollBar::sliderMoved, [this](int position) {
+    value_ = position;
+    userAction([&] {
+      if (events.Scroll) events.Scroll();
+    });
+  });
+  QObject::connect(widget_, &QScrollBar::valueChanged, [this](int value) {
+    value_ = value;
+    userAction([&] {
+      if (events.Change) events.Change();
+    });
+  });
+}
+
+void ScrollBar::range() {
+  if (!widget_) return;
+  const QSignalBlocker blocker(widget_);
+  widget_->setRange(std::min(min_, max_), std::max(min_, max_));
+  widget_->setInvertedAppearance(min_ > max_);
+  widget_->setSingleStep(smallChange_);
+  widget_->setPageStep(largeChange_);
+  widget_->setValue(value_);
+}
+
+void ScrollBar::Min(int32_t value) {
+  min_ = value;
+  range();
+}
+
+void ScrollBar::Max(int32_t value) {
+  max_ = value;
+  range();
+}
+
+void ScrollBar::SmallChange(int32_t value) {
+  smallChange_ = value;
+  range();
+}
+
+void ScrollBar::LargeChange(int32_t value) {
+  largeChange_ = value;
+  range();
+}
+
+void ScrollBar::Value(int32_t value) {
+  if (value < std::min(min_, max_) || value > std::max(min_, max_)) {
+    throw VbError(err::InvalidPropertyValue);
+  }
+  if (value == value_) return;
+  value_ = value;
+  range();
+  userAction([&] {
+    if (events.Change) events.Change();
+  });
+}
+
+Timer::Timer(std::string name) : name_(std::move(name)) {
+  QObject::connect(&timer_, &QTimer::timeout, [this] {
+    userAction([&] {
+      if (events.Timer) events.Timer();
+    });
+  });
+}
+
+void Timer::Interval(int32_t milliseconds) {
+  interval_ = milliseconds;
+  restart();
+}
+
+void Timer::Enabled(bool value) {
+  enabled_ = value;
+  restart();
+}
+
+void Timer::restart() {
+  timer_.stop();
+  if (enabled_ && interval_ > 0) timer_.start(interval_);
 }
 
 }  // namespace tessaline::qt

@@ -8,6 +8,9 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QScrollBar>
+#include <QTimer>
+#include <QToolButton>
 #include <QWidget>
 #include <functional>
 #include <map>
@@ -267,6 +270,58 @@ class ChartViewer : public Child<platform::ChartViewer, QWidget> {
   int32_t mousePointer_ = 0;
 };
 
+// The option button on a checkable QToolButton: Qt keeps one pressed among the buttons of one
+// parent, as the classic container does.
+class OptionButton : public Child<platform::OptionButton, QToolButton> {
+ public:
+  OptionButton(UserControl& owner, const std::string& name);
+  bool Value() const override { return widget_ && widget_->isChecked(); }
+  void Value(bool value) override;
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override;
+
+ private:
+  Ref<Object> picture_;
+};
+
+class ScrollBar : public Child<platform::ScrollBar, QScrollBar> {
+ public:
+  ScrollBar(UserControl& owner, const std::string& name, bool horizontal);
+  bool Horizontal() const override { return horizontal_; }
+  int32_t Min() const override { return min_; }
+  void Min(int32_t value) override;
+  int32_t Max() const override { return max_; }
+  void Max(int32_t value) override;
+  int32_t Value() const override { return value_; }
+  void Value(int32_t value) override;
+  int32_t SmallChange() const override { return smallChange_; }
+  void SmallChange(int32_t value) override;
+  int32_t LargeChange() const override { return largeChange_; }
+  void LargeChange(int32_t value) override;
+
+ private:
+  void range();
+  bool horizontal_;
+  int32_t min_ = 0, max_ = 32767, value_ = 0, smallChange_ = 1, largeChange_ = 1;
+};
+
+class Timer : public platform::Timer {
+ public:
+  explicit Timer(std::string name);
+  const std::string& Name() const override { return name_; }
+  int32_t Interval() const override { return interval_; }
+  void Interval(int32_t milliseconds) override;
+  bool Enabled() const override { return enabled_; }
+  void Enabled(bool value) override;
+
+ private:
+  void restart();
+  std::string name_;
+  int32_t interval_ = 0;
+  bool enabled_ = false;
+  QTimer timer_;
+};
+
 class UserControl : public platform::UserControl {
  public:
   UserControl(std::string className, UserControl* parent);
@@ -298,6 +353,10 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::ListBox> createListBox(const std::string& name) override;
   std::unique_ptr<platform::Frame> createFrame(const std::string& name) override;
   std::unique_ptr<platform::ChartViewer> createChartViewer(const std::string& name) override;
+  std::unique_ptr<platform::OptionButton> createOptionButton(const std::string& name) override;
+  std::unique_ptr<platform::ScrollBar> createScrollBar(const std::string& name,
+                                                       bool horizontal) override;
+  std::unique_ptr<platform::Timer> createTimer(const std::string& name) override;
   platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
   void Controls_Remove(const std::string& name) override;
   platform::Widget* Controls(const std::string& name) override;
