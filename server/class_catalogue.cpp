@@ -16,6 +16,8 @@
 #include "support/data_constants.h"
 #include "support/dictionary.h"
 #include "support/tooltip.h"
+#include "trends/data_trend.h"
+#include "trends/dynamic_trend.h"
 #include "validation/validators.h"
 
 namespace tessaline {
@@ -56,6 +58,8 @@ const std::vector<CatalogueEntry>& entries() {
       control<DTMDataMultiLnTextBox>("DTMDataMultiLnTextBox"),
       control<DTMDataComboBox2>("DTMDataComboBox2"),
       control<DTMDataLaunchLabel>("DTMDataLaunchLabel"),
+      control<DTMDataTrendControl>("DTMDataTrendControl"),
+      control<DTMDynamicTrendControl>("DTMDynamicTrendControl"),
   };
   return list;
 }

@@ -44,23 +44,37 @@ std::string LoadResString(int32_t id) {
   }
 }
 
-Ref<Object> LoadResPicture(int32_t id) {
-  thread_local std::map<int32_t, Ref<Object>> loaded;
-  if (auto found = loaded.find(id); found != loaded.end()) return found->second;
-  const std::string base = "icons/status-" + std::to_string(id);
-  const std::string small = base + "-16.png";
-  const std::string large = base + "-32.png";
-  const auto bytes = resourceBytes(small);
-  if (bytes.empty() || resourceBytes(large).empty()) throw notFound(id);
-  platform::PixelImage pixels;
-  if (platform::hasPictureDecoder()) {
-    const Variant encoded(Ref<Object>(
-        std::make_shared<platform::ByteArray>(std::vector<uint8_t>(bytes.begin(), bytes.end()))));
-    if (auto picture = platform::PictureFromBytes(encoded)) pixels = picture->image();
+namespace {
+// The pixels of a picture resource, through the platform's picture service (empty where no
+// decoder is installed).
+platform::PixelImage decoded(std::span<const unsigned char> bytes) {
+  if (!platform::hasPictureDecoder()) return {};
+  const Variant encoded(Ref<Object>(
+      std::make_shared<platform::ByteArray>(std::vector<uint8_t>(bytes.begin(), bytes.end()))));
+  const auto picture = platform::PictureFromBytes(encoded);
+  return picture ? picture->image() : platform::PixelImage{};
+}
+}  // namespace
+
+Ref<Object> LoadResPicture(int32_t id, ResourceType type) {
+  thread_local std::map<std::pair<ResourceType, int32_t>, Ref<Object>> loaded;
+  const auto key = std::pair{type, id};
+  if (auto found = loaded.find(key); found != loaded.end()) return found->second;
+  Ref<Object> picture;
+  if (type == ResourceType::Bitmap) {
+    const auto bytes = resourceBytes("buttons/button-" + std::to_string(id) + ".png");
+    if (bytes.empty()) throw notFound(id);
+    picture = Ref<Object>(std::make_shared<platform::Picture>(decoded(bytes)));
+  } else {
+    const std::string base = "icons/status-" + std::to_string(id);
+    const std::string small = base + "-16.png";
+    const std::string large = base + "-32.png";
+    const auto bytes = resourceBytes(small);
+    if (bytes.empty() || resourceBytes(large).empty()) throw notFound(id);
+    picture = Ref<Object>(std::make_shared<IconResource>(id, small, large, decoded(bytes)));
   }
-  Ref<Object> icon(std::make_shared<IconResource>(id, small, large, std::move(pixels)));
-  loaded.emplace(id, icon);
-  return icon;
+  loaded.emplace(key, picture);
+  return picture;
 }
 
 }  // namespace tessaline

@@ -29,6 +29,10 @@ const std::set<std::string_view> kRangedGauge = {
     IDtmControl::kIid, IDTMEnumeration::kIid, IDtmDataSubscriptionControl::kIid,
     IDtmDataSubscriptionControlRange::kIid, IDTMEnumeration1::kIid};
 
+const std::set<std::string_view> kSingleTrend = {IDtmControl::kIid, IDTMEnumeration::kIid,
+                                                 IDtmDataSubscriptionControl::kIid,
+                                                 IDTMEnumeration1::kIid};
+
 // The interfaces of each control class, as hosts rely on them.
 const std::map<std::string_view, std::set<std::string_view>> kInterfaces = {
     {"DTMDataTextBox", kText},
@@ -44,6 +48,8 @@ const std::map<std::string_view, std::set<std::string_view>> kInterfaces = {
     {"DTMDataAngularGuage", kRangedGauge},
     {"DTMDynamicGuageControl",
      {IDtmControl::kIid, IDtmDataSubscriptionControl::kIid, IDTMEnumeration::kIid}},
+    {"DTMDataTrendControl", kSingleTrend},
+    {"DTMDynamicTrendControl", kSingleTrend},
 };
 
 const std::string_view kAllInterfaces[] = {

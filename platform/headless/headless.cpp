@@ -597,7 +597,8 @@ void ScrollBar::clickTrack(int32_t direction) {
   if (!reachable()) return;
   const int64_t next = int64_t{value_} + (direction > 0 ? largeChange_ : -largeChange_);
   userAction([&] {
-    Value(static_cast<int32_t>(std::clamp<int64_t>(next, std::min(min_, max_), std::max(min_, max_))));
+    Value(static_cast<int32_t>(
+        std::clamp<int64_t>(next, std::min(min_, max_), std::max(min_, max_))));
   });
 }
 

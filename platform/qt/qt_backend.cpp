@@ -136,8 +136,8 @@ class Clock : public platform::Clock {
     const QDateTime moment = QDateTime::currentDateTime();
     const QDate date = moment.date();
     const QTime time = moment.time();
-    return {date.year(), date.month(), date.day(), time.hour(), time.minute(),
-            time.second() + time.msec() / 1000.0};
+    return {date.year(), date.month(),  date.day(),
+            time.hour(), time.minute(), time.second() + time.msec() / 1000.0};
   }
 };
 

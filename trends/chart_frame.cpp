@@ -1,0 +1,131 @@
+#include "trends/chart_frame.h"
+
+#include <cmath>
+
+#include "platform/picture.h"
+#include "support/resources.h"
+#include "values/dates.h"
+#include "values/text.h"
+
+namespace tessaline {
+
+namespace {
+
+void place(platform::Widget& child, int32_t left, int32_t top, int32_t width, int32_t height) {
+  child.Left(left);
+  child.Top(top);
+  child.Width(width);
+  child.Height(height);
+}
+
+std::unique_ptr<platform::OptionButton> button(platform::UserControl& window,
+                                               const std::string& name, int32_t left,
+                                               int32_t height, int32_t bitmap) {
+  auto made = window.createOptionButton(name);
+  place(*made, left, 0, 495, height);
+  made->Picture(nullptr);
+  made->Picture(LoadResPicture(bitmap, ResourceType::Bitmap));
+  return made;
+}
+
+}  // namespace
+
+ChartFrame::ChartFrame(platform::UserControl& window, const FrameLayout& layout,
+                       const std::string& viewerName) {
+  viewer_ = window.createChartViewer(viewerName);
+  place(*viewer_, 0, 0, layout.viewerWidth, layout.viewerHeight);
+  HandScroll_ = button(window, "HandScroll", 0, layout.buttonHeight, kHandBitmap);
+  zoomIn_ = button(window, "zoomIn", 480, layout.buttonHeight, kZoomInBitmap);
+  ZoomOut_ = button(window, "ZoomOut", 960, layout.buttonHeight, kZoomOutBitmap);
+  Home_ = button(window, "Home", 1440, layout.buttonHeight, kHomeBitmap);
+  HScrollbar_ = window.createScrollBar("HScrollbar", true);
+  place(*HScrollbar_, 0, layout.hScrollTop, layout.hScrollWidth, 255);
+  VScrollbar_ = window.createScrollBar("VScrollbar", false);
+  place(*VScrollbar_, layout.vScrollLeft, 0, 255, layout.vScrollHeight);
+  ChartUpdateTimer_ = window.createTimer("ChartUpdateTimer");
+  ChartUpdateTimer_->Interval(250);
+  DataRateTimer_ = window.createTimer("DataRateTimer");
+  DataRateTimer_->Interval(250);
+  viewer_->ZoomDirection(platform::ChartViewer::kDirectionBoth);
+  viewer_->ScrollDirection(platform::ChartViewer::kDirectionBoth);
+  viewer_->MouseUsage(platform::ChartViewer::kMouseDefault);
+}
+
+void ChartFrame::HandScroll_Click() {
+  viewer_->MousePointer(50);
+  viewer_->MouseUsage(platform::ChartViewer::kMouseScroll);
+  viewer_->ScrollDirection(platform::ChartViewer::kDirectionBoth);
+  viewer_->ZoomDirection(platform::ChartViewer::kDirectionBoth);
+}
+
+void ChartFrame::zoomIn_Click() { viewer_->MouseUsage(platform::ChartViewer::kMouseZoomIn); }
+
+void ChartFrame::ZoomOut_Click() { viewer_->MouseUsage(platform::ChartViewer::kMouseZoomOut); }
+
+void ChartFrame::Home_Click() {
+  viewer_->MouseUsage(platform::ChartViewer::kMouseDefault);
+  viewer_->MousePointer(1);
+}
+
+// The differences are taken as 16-bit integers, as the bars' own numbers are.
+void ChartFrame::HScrollbar_Scroll() {
+  const platform::ScrollBar& bar = *HScrollbar_;
+  const double span = Variant(bar.Max() - bar.Min()).toInt16();
+  viewer_->ViewPortLeft(Variant(bar.Value() - bar.Min()).toInt16() / span *
+                        (1 - viewer_->ViewPortWidth()));
+  viewer_->updateViewPort(true, false);
+}
+
+void ChartFrame::VScrollbar_Scroll() {
+  const platform::ScrollBar& bar = *VScrollbar_;
+  const double span = Variant(bar.Max() - bar.Min()).toInt16();
+  viewer_->ViewPortTop(Variant(bar.Value() - bar.Min()).toInt16() / span *
+                       (1 - viewer_->ViewPortHeight()));
+  viewer_->updateViewPort(true, false);
+}
+
+void ChartFrame::showChildren(bool visible) {
+  viewer_->Visible(visible);
+  HandScroll_->Visible(visible);
+  Home_->Visible(visible);
+  zoomIn_->Visible(visible);
+  ZoomOut_->Visible(visible);
+}
+
+std::pair<double, double> ChartFrame::visibleRange(double axisMin, double axisMax) {
+  const double span = axisMax - axisMin;
+  const double top = viewer_->ViewPortTop(), height = viewer_->ViewPortHeight();
+  return {axisMax - (top + height) * span, axisMax - top * span};
+}
+
+void ChartFrame::handOver(platform::chart::XYPlot& chart) {
+  viewer_->Picture(nullptr);
+  viewer_->Picture(platform::PictureFromBytes(chart.makeChart2(2)));
+}
+
+double chartNow() {
+  const platform::LocalTime now = platform::backend().clock().now();
+  const double second = std::floor(now.second);
+  const double days =
+      serialFromCalendar(now.year, now.month, now.day) - serialFromCalendar(1, 1, 1);
+  return days * 86400 + now.hour * 3600.0 + now.minute * 60.0 + second + second / 1000 / 1000;
+}
+
+bool IsNotANumberAsGeneralNumber(const Variant& value) {
+  const std::string text = toLowerAscii(formatGeneralNumber(value));
+  return text.find("nan") != std::string::npos || text.find('#') != std::string::npos;
+}
+
+void TimeWindow::follow(double newest, double width) {
+  constexpr double kNoValue = 1.7e308;
+  if (!isSet() && newest != kNoValue) {
+    viewStart = newest;
+    viewEnd = newest + width;
+  }
+  if (newest > viewEnd) {
+    viewStart = viewStart + (viewEnd - viewStart) / 10;
+    viewEnd = viewStart + width;
+  }
+}
+
+}  // namespace tessaline

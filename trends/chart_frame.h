@@ -1,0 +1,110 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/chart.h"
+#include "platform/chart_viewer.h"
+#include "platform/widgets.h"
+#include "values/variant.h"
+
+// The frame of the four chart controls: the viewer, four pointer-mode buttons over its corner,
+// two scroll bars and two timers in their fixed geometry; the pointer modes, the scroll bars,
+// the clock of chart time, the sample store, the sliding time window and the hand-over of a
+// drawn chart to the viewer. Each control owns one and says what it draws.
+namespace tessaline {
+
+// The geometry of a frame in twips: the two families of controls lay it out differently.
+struct FrameLayout {
+  int32_t buttonHeight;
+  int32_t hScrollTop, hScrollWidth;
+  int32_t vScrollLeft, vScrollHeight;
+  int32_t viewerWidth, viewerHeight;
+};
+// DTMDataTrendControl and DTMDynamicTrendControl.
+inline constexpr FrameLayout kSingleTrendLayout{375, 5520, 10575, 10320, 5535, 10575, 5775};
+// DTMMultiTrendControl and DTMWaveFormControl.
+inline constexpr FrameLayout kMultiTrendLayout{495, 6960, 11055, 10800, 6975, 11055, 7215};
+
+// The picture numbers of the buttons' bitmaps.
+inline constexpr int32_t kZoomInBitmap = 104;
+inline constexpr int32_t kZoomOutBitmap = 105;
+inline constexpr int32_t kHomeBitmap = 107;
+inline constexpr int32_t kHandBitmap = 108;
+
+class ChartFrame {
+ public:
+  // The children made on the control's window; the viewer is called `viewerName`.
+  ChartFrame(platform::UserControl& window, const FrameLayout& layout,
+             const std::string& viewerName);
+
+  platform::ChartViewer& viewer() { return *viewer_; }
+  platform::OptionButton& HandScroll() { return *HandScroll_; }
+  platform::OptionButton& zoomIn() { return *zoomIn_; }
+  platform::OptionButton& ZoomOut() { return *ZoomOut_; }
+  platform::OptionButton& Home() { return *Home_; }
+  platform::ScrollBar& HScrollbar() { return *HScrollbar_; }
+  platform::ScrollBar& VScrollbar() { return *VScrollbar_; }
+  platform::Timer& ChartUpdateTimer() { return *ChartUpdateTimer_; }
+  platform::Timer& DataRateTimer() { return *DataRateTimer_; }
+
+  // The pointer modes of the single-item trends and the waveform: each button's click sets the
+  // viewer's mouse as it says; none touches the viewport.
+  void HandScroll_Click();
+  void zoomIn_Click();
+  void ZoomOut_Click();
+  void Home_Click();
+  // The scroll bars move the viewport's corner and redraw.
+  void HScrollbar_Scroll();
+  void VScrollbar_Scroll();
+
+  // Visible of the viewer, HandScroll, Home, zoomIn and ZoomOut, in this order; the scroll bars
+  // are left alone.
+  void showChildren(bool visible);
+
+  // The visible part of the full y range from axisMin to axisMax, lower and upper end: the
+  // vertical fractions count down from the top.
+  std::pair<double, double> visibleRange(double axisMin, double axisMax);
+
+  // The end of every drawing: the viewer's picture dropped, the chart's JPEG made and shown.
+  void handOver(platform::chart::XYPlot& chart);
+
+ private:
+  std::unique_ptr<platform::ChartViewer> viewer_;
+  std::unique_ptr<platform::OptionButton> HandScroll_, zoomIn_, ZoomOut_, Home_;
+  std::unique_ptr<platform::ScrollBar> HScrollbar_, VScrollbar_;
+  std::unique_ptr<platform::Timer> ChartUpdateTimer_, DataRateTimer_;
+};
+
+// chartNow: the platform clock's local time as chart time (seconds since 1 January of the year
+// 1), to the second, plus its seconds in millionths (a few microseconds at most).
+double chartNow();
+
+// The store of samples: the newest at the highest index, the oldest falls off. Nothing is ever
+// allocated after creation.
+template <class T>
+void shiftData(std::vector<T>& array, const T& value) {
+  if (array.empty()) return;
+  for (size_t i = 1; i < array.size(); ++i) array[i - 1] = std::move(array[i]);
+  array.back() = value;
+}
+
+// IsNotANumber of the trends: "nan" or "#" in the General Number text of the value, so that
+// the platform's text of a not-a-number or infinite double counts.
+bool IsNotANumberAsGeneralNumber(const Variant& value);
+
+// The x window of the trends: the newest sample enters at the left edge, walks to the right
+// edge, and then the window jumps on by a tenth of its width at each drawing that finds the
+// newest sample beyond it. `unset` is the start that means "not yet set".
+struct TimeWindow {
+  double viewStart;
+  double viewEnd;
+  double unset;
+
+  void follow(double newest, double width);
+  bool isSet() const { return viewStart != unset; }
+};
+
+}  // namespace tessaline
