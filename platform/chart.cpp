@@ -239,12 +239,11 @@ class RecordedXYPlot : public XYPlot, Recorded {
     return std::make_shared<RecordedBox>(inner_->addLegend2(x, y, noOfCols, font, fontSize), log_,
                                          "legend");
   }
+  // The axes are reached, not drawn: their operations are recorded under their names.
   Ref<Axis> xAxis() override {
-    note("xAxis");
     return std::make_shared<RecordedAxis>(inner_->xAxis(), log_, "xAxis");
   }
   Ref<Axis> yAxis() override {
-    note("yAxis");
     return std::make_shared<RecordedAxis>(inner_->yAxis(), log_, "yAxis");
   }
   Ref<Layer> addLineLayer(const Variant& data, const Variant& color, const Variant& name,

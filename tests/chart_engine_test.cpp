@@ -453,7 +453,6 @@ TEST_F(ChartEngine, RecorderKeepsEveryOperationInOrder) {
       "meter.addText(100, 130, \"50 bar\", \"arialbd.ttf\", 8, -65534, 5, 0, False)",
       "meter.addPointer(\"x\", 0, 0)",
       "api.XYChart(10, 10, 0, 0, 0)",
-      "chart.xAxis()",
       "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
       "chart.addLineLayer2(0, 0)",
       "layer.addDataSet(<array 0 to 1>, 16711680, \"\")",

@@ -456,9 +456,9 @@ TEST(PictureRejects, SidesAboveTheLimitAndEmptyImages) {
 // a claimed size that the data can't fill is refused before anything is allocated, while a
 // small picture that uses the same codes still decodes.
 TEST(PictureRejects, SizesThatTheirDataCannotFill) {
-  const Bytes blankRle = {0, 1};  // nothing but the end of the bitmap
-  const Bytes pngRows(16384 / 8, 0);
-  Bytes cutPng = png(16384, 16384, PNG_COLOR_TYPE_GRAY, 1, Bytes(16384 / 8 * 8, 0));
+  const Bytes blankRle = {0, 1};     // nothing but the end of the bitmap
+  const Bytes pngRow(16384 / 8, 0);  // every row written from this one blank row
+  Bytes cutPng = png(16384, 16384, PNG_COLOR_TYPE_GRAY, 1, pngRow);
   cutPng.resize(200);
   const Bytes jpeg = encodeJpeg(chartLike(8, 8));
   const struct {

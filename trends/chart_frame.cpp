@@ -1,5 +1,6 @@
 #include "trends/chart_frame.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/picture.h"
@@ -109,6 +110,26 @@ double chartNow() {
   const double days =
       serialFromCalendar(now.year, now.month, now.day) - serialFromCalendar(1, 1, 1);
   return days * 86400 + now.hour * 3600.0 + now.minute * 60.0 + second + second / 1000 / 1000;
+}
+
+SampleStore::SampleStore(size_t slots, size_t series)
+    : times_(std::max<size_t>(slots, 1), 1.7e308),
+      series_(series, std::vector<double>(std::max<size_t>(slots, 1), 1.7e308)) {}
+
+void SampleStore::shiftData(double time, std::span<const double> values) {
+  times_[head_] = time;
+  for (size_t s = 0; s < series_.size(); ++s) {
+    series_[s][head_] = s < values.size() ? values[s] : 1.7e308;
+  }
+  head_ = (head_ + 1) % times_.size();
+}
+
+std::vector<double> SampleStore::ordered(const std::vector<double>& ring) const {
+  std::vector<double> out;
+  out.reserve(ring.size());
+  out.insert(out.end(), ring.begin() + static_cast<std::ptrdiff_t>(head_), ring.end());
+  out.insert(out.end(), ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(head_));
+  return out;
 }
 
 bool IsNotANumberAsGeneralNumber(const Variant& value) {

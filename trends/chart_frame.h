@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -82,14 +83,37 @@ class ChartFrame {
 // 1), to the second, plus its seconds in millionths (a few microseconds at most).
 double chartNow();
 
-// The store of samples: the newest at the highest index, the oldest falls off. Nothing is ever
-// allocated after creation.
-template <class T>
-void shiftData(std::vector<T>& array, const T& value) {
-  if (array.empty()) return;
-  for (size_t i = 1; i < array.size(); ++i) array[i - 1] = std::move(array[i]);
-  array.back() = value;
-}
+// The store of samples of a chart control: the time stamps and every series, fixed in length
+// and moving together. Read in order, index 0 is the oldest and the last index the newest; a
+// new sample pushes the oldest out (shiftData on every array). It is held as a ring, so that a
+// sample costs one write per array instead of one copy per slot, and nothing is allocated after
+// creation. Every slot starts as NoValue.
+class SampleStore {
+ public:
+  SampleStore(size_t slots, size_t series);
+
+  // shiftData of the time stamps and of each series, with one value per series.
+  void shiftData(double time, std::span<const double> values);
+  size_t slots() const { return times_.size(); }
+  // Element i, 0 the oldest.
+  double time(size_t i) const { return times_[(head_ + i) % times_.size()]; }
+  double value(size_t series, size_t i) const {
+    return series_[series][(head_ + i) % times_.size()];
+  }
+  double newestTime() const { return time(slots() - 1); }
+  double newest(size_t series) const { return value(series, slots() - 1); }
+  // The arrays in order, oldest first.
+  std::vector<double> times() const { return ordered(times_); }
+  std::vector<double> series(size_t index) const { return ordered(series_[index]); }
+
+ private:
+  std::vector<double> ordered(const std::vector<double>& ring) const;
+
+  std::vector<double> times_;
+  std::vector<std::vector<double>> series_;
+  // The slot of the oldest sample.
+  size_t head_ = 0;
+};
 
 // IsNotANumber of the trends: "nan" or "#" in the General Number text of the value, so that
 // the platform's text of a not-a-number or infinite double counts.

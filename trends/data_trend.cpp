@@ -69,6 +69,9 @@ void DTMDataTrendControl::IDtmDataSubscriptionControl_UpdateSubscriptionValues(
 
 void DTMDataTrendControl::CalculateRange(const Variant& value) {
   const double v = value.toDouble();
+  // A value that is no number goes into the store as a gap; it leaves the kept limits alone, so
+  // that the range doesn't start over behind it.
+  if (!std::isfinite(v)) return;
   const Variant lower = v == 0 ? Variant(-2.0) : Variant(v - v * 0.15);
   const Variant upper = v == 0 ? Variant(2.0) : Variant(v + v * 0.15);
   if (!rangeInitialized_) {
@@ -124,7 +127,7 @@ void DTMDataTrendControl::createChart() {
     y->setWidth(2);
     y->setLabelFormat("{value|P4}");
     catchUpSamples();
-    const double newest = timeStamps_.back().toDouble();
+    const double newest = store_.newestTime();
     view_.follow(newest, kWindow);
     if (newest != kNoValue) drawLine(*chart, "Software: <*bgColor=FFCCCC*> {value|2} ");
     if (!takeAutomaticRange(*chart)) {

@@ -126,7 +126,7 @@ void DTMDynamicTrendControl::createChart() {
     x->setTickDensity(75, 15);
     x->setWidth(2);
     y->setWidth(2);
-    const double newest = timeStamps_.back().toDouble();
+    const double newest = store_.newestTime();
     view_.follow(newest, kWindow);
     if (newest != kNoValue) drawLine(*chart, "<*bgColor=FFCCCC*> {value|2} ");
     if (!takeAutomaticRange(*chart)) {

@@ -9,12 +9,17 @@ namespace tessaline {
 
 namespace {
 constexpr double kNoValue = 1.7e308;
+
+Variant asValues(const std::vector<double>& numbers) {
+  VariantArray array;
+  array.items.assign(numbers.begin(), numbers.end());
+  return Variant(std::move(array));
+}
 }  // namespace
 
 SingleItemTrend::SingleItemTrend(const std::string& className, size_t samples, double unset)
     : DataMembers(className, nullptr),
-      timeStamps_(samples, Variant(kNoValue)),
-      dataSeries_(samples, Variant(kNoValue)),
+      store_(samples, 1),
       nextDataTime_(chartNow()),
       view_{unset, unset, unset} {
   active_ = true;
@@ -131,16 +136,26 @@ void SingleItemTrend::drawLine(platform::chart::XYPlot& chart, const std::string
   x->setDateScale(view_.viewStart, view_.viewEnd, (view_.viewEnd - view_.viewStart) / 10, 0);
   x->setLabelFormat("{value|hh:nn:ss}");
   auto layer = chart.addLineLayer2(0, 0);
-  layer->setXData(Variant(VariantArray{0, timeStamps_}));
+  layer->setXData(asValues(store_.times()));
   x->setLabelStyle("SSERIFE.FON", 8, 0, 20);
-  layer->addDataSet(Variant(VariantArray{0, dataSeries_}), 0xFF0000,
-                    chart.formatValue(dataSeries_.back(), nameFormat));
+  layer->addDataSet(asValues(store_.series(0)), 0xFF0000,
+                    chart.formatValue(newestSample_, nameFormat));
 }
 
+// The store keeps numbers: a sample whose text reads as no number is a gap, as the chart would
+// draw it.
 void SingleItemTrend::takeSample(double at) {
   const Variant v = IDTMDataControl_Value();
-  shiftData(dataSeries_, IsNotANumber(v) ? Variant(kNoValue) : v);
-  shiftData(timeStamps_, Variant(at));
+  double sample = kNoValue;
+  if (!IsNotANumber(v)) {
+    try {
+      sample = v.toDouble();
+    } catch (const VbError&) {
+    }
+  }
+  newestSample_ = IsNotANumber(v) ? Variant(kNoValue) : v;
+  const double values[] = {sample};
+  store_.shiftData(at, values);
 }
 
 bool SingleItemTrend::takeAutomaticRange(platform::chart::XYPlot& chart) {

@@ -76,8 +76,8 @@ class SingleItemTrend : public DataMembers<NoDataControlInterface>,
 
   ChartFrame& frame() { return *frame_; }
   platform::ChartViewer& ChartViewer1() { return frame_->viewer(); }
-  const std::vector<Variant>& timeStamps() const { return timeStamps_; }
-  const std::vector<Variant>& dataSeries() const { return dataSeries_; }
+  std::vector<double> timeStamps() const { return store_.times(); }
+  std::vector<double> dataSeries() const { return store_.series(0); }
   double axisMin() const { return axisMin_.isEmpty() ? 0 : axisMin_.toDouble(); }
   double axisMax() const { return axisMax_.isEmpty() ? 0 : axisMax_.toDouble(); }
   const TimeWindow& timeWindow() const { return view_; }
@@ -157,8 +157,9 @@ class SingleItemTrend : public DataMembers<NoDataControlInterface>,
   Ref<Object> deviceDataNode_;
   Variant axisMin_;
   Variant axisMax_;
-  std::vector<Variant> timeStamps_;
-  std::vector<Variant> dataSeries_;
+  SampleStore store_;
+  // The newest sample as it was taken (the chart names the line after it).
+  Variant newestSample_ = Variant(1.7e308);
   double nextDataTime_ = 0;
   TimeWindow view_;
   double majorTick_ = 0;

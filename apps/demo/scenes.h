@@ -22,5 +22,8 @@ void playCharts(Transcript& t, const std::filesystem::path& out);
 // The three gauges fed by a simulated device through the subscription exchange; their pictures
 // are written as PNG files into `out`.
 void playGauges(Transcript& t, const std::filesystem::path& out);
+// The two single-item trends fed by a simulated device for an hour on a fast clock; their
+// pictures at several moments are written into `out`.
+void playTrends(Transcript& t, const std::filesystem::path& out);
 
 }  // namespace tessaline::demo

@@ -1,0 +1,113 @@
+#include <cmath>
+#include <fstream>
+#include <memory>
+
+#include "apps/demo/scenes.h"
+#include "host/reference_host.h"
+#include "platform/chart/codecs.h"
+#include "platform/headless/headless.h"
+#include "platform/picture.h"
+#include "platform/xml/pugi_dom.h"
+#include "trends/data_trend.h"
+#include "trends/dynamic_trend.h"
+
+namespace tessaline::demo {
+
+namespace {
+
+constexpr const char* kUnits = R"(<enumeration><entry name="bar" code="1137" label="unit_bar"/>)"
+                               R"(</enumeration>)";
+
+void writePicture(Transcript& t, platform::ChartViewer& viewer, const std::filesystem::path& file) {
+  const auto picture = refCast<platform::Picture>(viewer.Picture());
+  if (!picture) {
+    t.note("no picture to write for " + file.filename().string());
+    return;
+  }
+  const auto bytes = chart::encodePng(picture->image());
+  std::ofstream(file, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+  t.note("wrote " + file.string() + " (" + std::to_string(picture->Width()) + "x" +
+         std::to_string(picture->Height()) + ")");
+}
+
+// A pressure that swings slowly with some noise, and drops out for a while.
+Variant pressure(int seconds) {
+  if (seconds >= 1500 && seconds < 1560) return Variant(std::nan(""));
+  const double t = seconds;
+  return Variant(std::round((8 + 5 * std::sin(t / 600) + 0.4 * std::sin(t * 1.7)) * 100) / 100);
+}
+
+template <class Trend>
+std::shared_ptr<Trend> make(const std::shared_ptr<host::ReferenceHost>& host, const char* caption) {
+  auto trend = Trend::create();
+  trend->IDTMControl_Init(host);
+  trend->IDtmControl_Name("PT1");
+  trend->DTMDataGaugeControl_Unit("PT1_Unit");
+  trend->IDTMDataControl_Caption(caption);
+  trend->IDTMEnumeration_EnumDataDef(xml::parseElement(kUnits));
+  trend->IDtmDataSubscriptionControl_SubscriptionItems();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PT1_Unit", Variant(1137));
+  return trend;
+}
+
+template <class Trend>
+std::string state(Trend& trend) {
+  size_t samples = 0;
+  for (double stamp : trend.timeStamps()) samples += stamp != 1.7e308;
+  return std::to_string(samples) + " samples, y range " + Variant(trend.axisMin()).toText() +
+         " to " + Variant(trend.axisMax()).toText();
+}
+
+}  // namespace
+
+void playTrends(Transcript& t, const std::filesystem::path& out) {
+  headless::install(".");
+  auto host = std::make_shared<host::ReferenceHost>();
+  host->translations = {{"unit_bar", "bar"},
+                        {"PT1_hour", "Outlet pressure, last hour"},
+                        {"PT1_minutes", "Outlet pressure, last ten minutes"}};
+  headless::current().clock().set({2026, 11, 23, 8, 0, 0});
+  t.title("Trends: a simulated hour on a fast clock");
+  t.host("subscribes a data trend and a fast trend to PT1 and its unit (bar)");
+  auto data = make<DTMDataTrendControl>(host, "PT1_hour");
+  auto fast = make<DTMDynamicTrendControl>(host, "PT1_minutes");
+  t.note("the device sends PT1 every second to the fast trend, every 10 s to the data trend;");
+  t.note(
+      "the fast trend samples four times a second by its own timer, the data trend at each "
+      "drawing");
+
+  for (int second = 1; second <= 3600; ++second) {
+    headless::current().clock().advance(1);
+    if (second % 5 == 0) {
+      fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PT1", pressure(second));
+    }
+    if (second % 10 == 0) {
+      data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PT1", pressure(second));
+    }
+    if (second == 60) {
+      t.note("after a minute: fast trend " + state(*fast) + "; data trend " + state(*data));
+      writePicture(t, fast->ChartViewer1(), out / "DTMDynamicTrendControl-first-minute.png");
+      writePicture(t, data->ChartViewer1(), out / "DTMDataTrendControl-first-minute.png");
+    }
+    if (second == 900) {
+      t.note("after 15 minutes (the fast trend's window is full): " + state(*fast));
+      writePicture(t, fast->ChartViewer1(), out / "DTMDynamicTrendControl-full-window.png");
+    }
+  }
+  t.note("after an hour (a gap where the device sent no number): data trend " + state(*data));
+  writePicture(t, data->ChartViewer1(), out / "DTMDataTrendControl-full-window.png");
+
+  t.user("arms zoom in on the fast trend and clicks the lower half of its chart twice");
+  headless::user(fast->frame().zoomIn()).click();
+  headless::user(fast->ChartViewer1()).click(350, 300);
+  headless::user(fast->ChartViewer1()).click(350, 300);
+  t.note("viewport top " + Variant(fast->ChartViewer1().ViewPortTop()).toText() + ", height " +
+         Variant(fast->ChartViewer1().ViewPortHeight()).toText());
+  writePicture(t, fast->ChartViewer1(), out / "DTMDynamicTrendControl-zoomed-in.png");
+  for (const std::string& line : host->errorLines()) t.note("error line: " + line);
+  SetSharedHost(nullptr);
+}
+
+}  // namespace tessaline::demo

@@ -1,0 +1,402 @@
+// The chart frame and the two single-item trends: the frame's children and pointer modes, the
+// store and its clock, the sliding window, the drawing's exact chart calls at chosen moments,
+// and what each sibling does otherwise.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "platform/chart_recorder.h"
+#include "platform/picture.h"
+#include "support.h"
+#include "trends/data_trend.h"
+#include "trends/dynamic_trend.h"
+
+namespace tessaline {
+namespace {
+
+constexpr double kNoValue = 1.7e308;
+constexpr const char* kUnits =
+    "<enumeration><e name='bar' code='1137' label='unit_bar'/></enumeration>";
+
+class Trends : public testing::HeadlessTest {
+ protected:
+  void SetUp() override {
+    HeadlessTest::SetUp();
+    clock().set({2026, 11, 23, 8, 0, 0});
+    host->translations = {{"unit_bar", "bar"}, {"title", "Pressure"}};
+    log = platform::chart::recordChartCalls();
+  }
+  void TearDown() override {
+    platform::chart::stopRecordingChartCalls();
+    HeadlessTest::TearDown();
+  }
+  headless::Clock& clock() { return headless::current().clock(); }
+
+  template <class Trend>
+  std::shared_ptr<Trend> make() {
+    auto trend = Trend::create();
+    trend->IDTMControl_Init(host);
+    trend->IDtmControl_Name("PV");
+    trend->DTMDataGaugeControl_Unit("Unit");
+    trend->IDTMDataControl_Caption("title");
+    trend->IDTMEnumeration_EnumDataDef(testing::element(kUnits));
+    return trend;
+  }
+
+  // The calls of the last drawing, from the chart's making on.
+  std::vector<std::string> lastDrawing() const {
+    const auto lines = log->lines();
+    auto start = lines.end();
+    for (auto it = lines.begin(); it != lines.end(); ++it) {
+      if (it->rfind("api.XYChart", 0) == 0) start = it;
+    }
+    return {start, lines.end()};
+  }
+
+  static size_t samples(const std::vector<double>& stamps) {
+    size_t n = 0;
+    for (double stamp : stamps) n += stamp != kNoValue;
+    return n;
+  }
+
+  std::shared_ptr<platform::chart::ChartRecording> log;
+};
+
+// ---- The frame ---------------------------------------------------------------------------
+
+TEST_F(Trends, TheFrameLaysOutItsChildrenAndStartsOnTheWholeRange) {
+  auto trend = make<DTMDataTrendControl>();
+  ChartFrame& f = trend->frame();
+  EXPECT_EQ(f.zoomIn().Left(), 480);
+  EXPECT_EQ(f.Home().Left(), 1440);
+  EXPECT_EQ(f.HandScroll().Height(), 375);
+  EXPECT_EQ(f.HScrollbar().Top(), 5520);
+  EXPECT_EQ(f.VScrollbar().Left(), 10320);
+  EXPECT_EQ(f.viewer().Width(), 10575);
+  EXPECT_EQ(f.viewer().Height(), 5775);
+  EXPECT_TRUE(refCast<platform::Picture>(f.zoomIn().Picture()));
+  EXPECT_EQ(f.ChartUpdateTimer().Interval(), 250);
+  EXPECT_FALSE(f.DataRateTimer().Enabled());
+  EXPECT_EQ(f.viewer().ZoomDirection(), 2);
+  EXPECT_EQ(f.viewer().MouseUsage(), 0);
+  EXPECT_EQ(f.viewer().ViewPortHeight(), 1);
+  EXPECT_EQ(trend->window().Width(), 9855);
+  EXPECT_EQ(DTMDynamicTrendControl::create()->window().Width(), 10620);
+  for (double stamp : trend->timeStamps()) ASSERT_EQ(stamp, kNoValue);
+}
+
+TEST_F(Trends, PointerModesSetTheViewersMouseAndNeverTheViewport) {
+  auto trend = make<DTMDynamicTrendControl>();
+  ChartFrame& f = trend->frame();
+  headless::user(f.HandScroll()).click();
+  EXPECT_EQ(f.viewer().MousePointer(), 50);
+  EXPECT_EQ(f.viewer().MouseUsage(), 1);
+  headless::user(f.zoomIn()).click();
+  EXPECT_EQ(f.viewer().MouseUsage(), 3);
+  EXPECT_FALSE(f.HandScroll().Value()) << "one button of the four stays pressed";
+  headless::user(f.ZoomOut()).click();
+  EXPECT_EQ(f.viewer().MouseUsage(), 4);
+  headless::user(f.Home()).click();
+  EXPECT_EQ(f.viewer().MouseUsage(), 0);
+  EXPECT_EQ(f.viewer().MousePointer(), 1);
+  EXPECT_EQ(f.viewer().ViewPortWidth(), 1);
+  // With no mouse usage, a click on the chart changes nothing.
+  headless::user(f.viewer()).click(100, 100);
+  EXPECT_EQ(f.viewer().ViewPortHeight(), 1);
+}
+
+TEST_F(Trends, ScrollBarsMoveTheViewportAndRedraw) {
+  auto trend = make<DTMDynamicTrendControl>();
+  ChartFrame& f = trend->frame();
+  f.viewer().ViewPortHeight(0.5);
+  log->clear();
+  headless::user(f.VScrollbar()).drag(32767, 2);
+  EXPECT_DOUBLE_EQ(f.viewer().ViewPortTop(), 0.5);
+  // Two Scroll events and the Change: three drawings.
+  size_t drawings = 0;
+  for (const auto& line : log->lines()) drawings += line.rfind("api.XYChart", 0) == 0;
+  EXPECT_EQ(drawings, 3u);
+  f.viewer().ViewPortWidth(0.25);
+  headless::user(f.HScrollbar()).clickTrack(1);
+  EXPECT_DOUBLE_EQ(f.viewer().ViewPortLeft(), 1.0 / 32767 * 0.75);
+}
+
+TEST_F(Trends, VisibleReachesTheViewerAndButtonsButNotTheScrollBars) {
+  auto trend = make<DTMDataTrendControl>();
+  trend->IDtmControl_Visible(false);
+  ChartFrame& f = trend->frame();
+  EXPECT_FALSE(f.viewer().Visible());
+  EXPECT_FALSE(f.HandScroll().Visible());
+  EXPECT_FALSE(f.Home().Visible());
+  EXPECT_TRUE(f.HScrollbar().Visible());
+}
+
+TEST_F(Trends, ASmallControlGrowsToItsLeastSizeOneDimensionAtATime) {
+  auto trend = make<DTMDataTrendControl>();
+  trend->window().Width(3000);
+  EXPECT_EQ(trend->window().Width(), 6630);
+  EXPECT_EQ(trend->window().Height(), 5835);
+  trend->window().Height(100);
+  EXPECT_EQ(trend->window().Height(), 3610);
+  trend->window().Width(8000);
+  EXPECT_EQ(trend->window().Width(), 8000);
+}
+
+TEST(SampleStore, TheOldestFallsOffAndEverySeriesMovesWithTheTimes) {
+  SampleStore store(3, 2);
+  EXPECT_EQ(store.times(), (std::vector<double>{kNoValue, kNoValue, kNoValue}));
+  for (double t : {1.0, 2.0, 3.0, 4.0}) {
+    const double values[] = {t * 10, t * 100};
+    store.shiftData(t, values);
+  }
+  EXPECT_EQ(store.times(), (std::vector<double>{2, 3, 4}));
+  EXPECT_EQ(store.series(0), (std::vector<double>{20, 30, 40}));
+  EXPECT_EQ(store.series(1), (std::vector<double>{200, 300, 400}));
+  EXPECT_EQ(store.newestTime(), 4);
+  EXPECT_EQ(store.value(1, 0), 200);
+}
+
+TEST(TimeWindow, EntersAtTheLeftAndJumpsOnByATenth) {
+  TimeWindow window{0, 0, 0};
+  window.follow(kNoValue, 3600);
+  EXPECT_FALSE(window.isSet());
+  window.follow(1000, 3600);
+  EXPECT_EQ(window.viewStart, 1000);
+  EXPECT_EQ(window.viewEnd, 4600);
+  window.follow(4600, 3600);
+  EXPECT_EQ(window.viewStart, 1000);
+  window.follow(4601, 3600);
+  EXPECT_EQ(window.viewStart, 1360);
+  EXPECT_EQ(window.viewEnd, 4960);
+  // A long pause is made good by a tenth a drawing only.
+  window.follow(100000, 3600);
+  EXPECT_EQ(window.viewStart, 1720);
+}
+
+// ---- DTMDataTrendControl -------------------------------------------------------------------
+
+TEST_F(Trends, TheDataTrendDrawsItsSequence) {
+  auto trend = make<DTMDataTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+  clock().advance(10);
+  log->clear();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  const double start = trend->timeStamps().back() - 10;
+  // Ten seconds since creation at 2.5 s a sample: 5 samples, the first at the creation.
+  EXPECT_EQ(samples(trend->timeStamps()), 5u);
+  const std::string t0 = Variant(start).toText(), t1 = Variant(start + 3600).toText();
+  const std::vector<std::string> expected = {
+      "api.XYChart(657, 389, 16053492, 0, 0)",
+      "chart.setPlotArea(103, 62.0744680851064, 551.705882352941, 243.125, 16777215, -1, -1, "
+      "13421772, 13421772)",
+      "chart.setClipping(0)",
+      "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
+      "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
+      "xAxis.setTickDensity(75, 15)",
+      "xAxis.setWidth(2)",
+      "yAxis.setWidth(2)",
+      "yAxis.setLabelFormat(\"{value|P4}\")",
+      "xAxis.setDateScale(" + t0 + ", " + t1 + ", 360, 0)",
+      "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
+      "chart.addLineLayer2(0, 0)",
+      "layer.setXData(<array 0 to 1499>)",
+      "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
+      "chart.formatValue(\"100\", \"Software: <*bgColor=FFCCCC*> {value|2} \")",
+      "layer.addDataSet(<array 0 to 1499>, 16711680, "
+      "\"Software: <*bgColor=FFCCCC*> 100.00 \")",
+      "yAxis.setLinearScale(85, 115, 0, 0)",
+      "yAxis.setRounding(True, False)",
+      "chart.makeChart2(2)",
+  };
+  EXPECT_EQ(lastDrawing(), expected);
+  EXPECT_TRUE(refCast<platform::Picture>(trend->ChartViewer1().Picture()));
+}
+
+TEST_F(Trends, TheDataTrendsRangeOnlyGrows) {
+  auto trend = make<DTMDataTrendControl>();
+  const struct {
+    double value, min, max;
+  } steps[] = {{100, 85, 115}, {110, 85, 126.5}, {90, 76.5, 126.5}};
+  for (const auto& step : steps) {
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(step.value));
+    EXPECT_DOUBLE_EQ(trend->axisMin(), step.min) << step.value;
+    EXPECT_DOUBLE_EQ(trend->axisMax(), step.max) << step.value;
+  }
+  // A value that is no number leaves the range alone and leaves a gap.
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(std::nan("")));
+  EXPECT_DOUBLE_EQ(trend->axisMin(), 76.5);
+  clock().advance(5);
+  trend->createChart();
+  EXPECT_EQ(trend->dataSeries().back(), kNoValue);
+  EXPECT_NE(trend->timeStamps().back(), kNoValue) << "the time stamp is stored";
+  const auto debug = host->callsOf("LogDebug");
+  ASSERT_FALSE(debug.empty());
+  EXPECT_EQ(debug.back().arguments.at(1),
+            " GAUGE Prev Upper value taken for PVPrev Value = 126.5 Currnet Value= 103.5");
+  EXPECT_EQ(host->errorLines().front(), " GAUGE Prev Value Initialized for PV");
+}
+
+TEST_F(Trends, TheDataTrendsFirstValuesOfZeroAndBelowZero) {
+  auto zero = make<DTMDataTrendControl>();
+  zero->CalculateRange(Variant(0));
+  EXPECT_EQ(zero->axisMin(), -2);
+  EXPECT_EQ(zero->axisMax(), 2);
+  auto negative = make<DTMDataTrendControl>();
+  negative->CalculateRange(Variant(-10));
+  EXPECT_DOUBLE_EQ(negative->axisMin(), -8.5);
+  EXPECT_DOUBLE_EQ(negative->axisMax(), -11.5);
+  // Text that is no number fails to the host, with nothing stored and no drawing.
+  log->clear();
+  EXPECT_EQ(testing::errorOf([&] {
+              negative->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant("x"));
+            }),
+            13);
+  EXPECT_TRUE(log->lines().empty());
+}
+
+TEST_F(Trends, TheDataTrendsUnitShowsItsEntryOrItself) {
+  auto trend = make<DTMDataTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(5.0));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+  EXPECT_NE(std::find(log->lines().begin(), log->lines().end(),
+                      "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)"),
+            log->lines().end())
+      << "the unit arriving alone redraws with the new title";
+  log->clear();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(9));
+  const auto lines = lastDrawing();
+  EXPECT_NE(
+      std::find(lines.begin(), lines.end(), "yAxis.setTitle(\"9\", \"arialbd.ttf\", 10, -65534)"),
+      lines.end());
+}
+
+TEST_F(Trends, TheDataTrendCatchesUpAndItsWindowSlidesWithinTheStore) {
+  auto trend = make<DTMDataTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(5.0));
+  const double first = trend->timeStamps().back();
+  EXPECT_EQ(trend->timeWindow().viewStart, first);
+  // Two hours without a value: one drawing fills the store, the window jumps a tenth.
+  clock().advance(7200);
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+  EXPECT_EQ(samples(trend->timeStamps()), 1500u);
+  EXPECT_EQ(trend->timeWindow().viewStart, first + 360);
+  EXPECT_EQ(trend->dataSeries().front(), 5);
+  // With no new value there is no drawing, however long the clock runs.
+  log->clear();
+  clock().advance(600);
+  EXPECT_TRUE(log->lines().empty());
+}
+
+// ---- DTMDynamicTrendControl ----------------------------------------------------------------
+
+TEST_F(Trends, TheFastTrendSamplesFourTimesASecondInBursts) {
+  auto trend = make<DTMDynamicTrendControl>();
+  clock().advance(10);
+  EXPECT_EQ(samples(trend->timeStamps()), 0u) << "the timer starts with the first value";
+  log->clear();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  // The first value draws before any sample exists: no line, no date scale.
+  for (const auto& line : lastDrawing()) {
+    EXPECT_EQ(line.find("setDateScale"), std::string::npos) << line;
+    EXPECT_EQ(line.find("addLineLayer2"), std::string::npos) << line;
+  }
+  clock().advance(0.25);
+  // The first firing fills the time since the creation: 10 s of four samples.
+  EXPECT_EQ(samples(trend->timeStamps()), 41u);
+  clock().advance(1);
+  EXPECT_EQ(samples(trend->timeStamps()), 45u);
+  clock().advance(700);
+  EXPECT_EQ(samples(trend->timeStamps()), 2500u);
+}
+
+TEST_F(Trends, TheFastTrendsRangeStretchesAroundEachDrawnValue) {
+  auto trend = make<DTMDynamicTrendControl>();
+  const struct {
+    double value, min, max;
+  } steps[] = {{100, 0, 115}, {120, 0, 135}, {-50, -65, 135}};
+  for (const auto& step : steps) {
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(step.value));
+    EXPECT_DOUBLE_EQ(trend->axisMin(), step.min) << step.value;
+    EXPECT_DOUBLE_EQ(trend->axisMax(), step.max) << step.value;
+  }
+}
+
+TEST_F(Trends, TheFastTrendsZoomReachesItsYAxis) {
+  auto trend = make<DTMDynamicTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  headless::user(trend->frame().zoomIn()).click();
+  trend->ChartViewer1().ViewPortTop(0.5);
+  trend->ChartViewer1().ViewPortHeight(0.5);
+  log->clear();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  const auto lines = lastDrawing();
+  EXPECT_NE(std::find(lines.begin(), lines.end(), "yAxis.setLinearScale(0, 57.5, 0, 0)"),
+            lines.end());
+  // The data trend's zoom only redraws.
+  auto data = make<DTMDataTrendControl>();
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  headless::user(data->frame().zoomIn()).click();
+  log->clear();
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  for (const auto& line : lastDrawing()) {
+    EXPECT_EQ(line.find("setLinearScale"), std::string::npos) << line;
+  }
+}
+
+TEST_F(Trends, TheFastTrendsUnitAndTooltip) {
+  auto trend = make<DTMDynamicTrendControl>();
+  host->translations["d"] = "Outlet pressure";
+  trend->IDTMDataControl_DataItemDef(testing::element("<dataItem name='PV' description='d'/>"));
+  ASSERT_TRUE(trend->tooltip());
+  EXPECT_EQ(trend->dataItem().Description, "d");
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(7));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(1.0));
+  const auto lines = lastDrawing();
+  EXPECT_NE(std::find(lines.begin(), lines.end(),
+                      "yAxis.setTitle(\"Unknown Units\", \"arialbd.ttf\", 10, -65534)"),
+            lines.end());
+  const auto items = trend->IDtmDataSubscriptionControl_SubscriptionItems().toArray().items;
+  EXPECT_EQ(items, (std::vector<Variant>{Variant("Unit"), Variant("PV")}));
+}
+
+// ---- Both --------------------------------------------------------------------------------
+
+TEST_F(Trends, HostileValuesClocksAndViewportsNeverBreakATrend) {
+  auto data = make<DTMDataTrendControl>();
+  auto fast = make<DTMDynamicTrendControl>();
+  const Variant values[] = {
+      Variant(std::nan("")),   Variant(std::numeric_limits<double>::infinity()),
+      Variant(1.7e308),        Variant::null(),
+      Variant("not a number"), Variant(),
+      Variant(-1e300)};
+  for (const Variant& value : values) {
+    testing::errorOf(
+        [&] { data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", value); });
+    fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", value);
+    clock().advance(1);
+  }
+  // A burst of a thousand values in a second, the clock back an hour, then a day on.
+  for (int i = 0; i < 1000; ++i) {
+    fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(i % 7));
+  }
+  platform::LocalTime back = clock().now();
+  back.hour -= 1;
+  clock().set(back);
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(3.0));
+  clock().advance(86400);
+  fast->ChartViewer1().ViewPortTop(-5);
+  fast->ChartViewer1().ViewPortHeight(40);
+  fast->window().Width(0);
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(3.0));
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(3.0));
+  EXPECT_EQ(samples(fast->timeStamps()), 2500u);
+  // A sample of Null fails in the timer's handler, which has no catch block.
+  for (const VbError& error : unhandled()) EXPECT_EQ(error.number(), err::InvalidUseOfNull);
+  EXPECT_TRUE(refCast<platform::Picture>(fast->ChartViewer1().Picture()));
+  EXPECT_TRUE(refCast<platform::Picture>(data->ChartViewer1().Picture()));
+}
+
+}  // namespace
+}  // namespace tessaline
