@@ -361,6 +361,46 @@ TEST_F(ChartEngine, LinesLeaveGapsAtNoValue) {
   EXPECT_EQ(at(175, 50), 0xFFFF0000u);
 }
 
+// Thin lines are written into the pixels by the engine itself: a level line at a pixel's centre
+// inks that row fully and nothing above or below, a line half-way between two rows shares its ink,
+// and a line of 100,000 points that swings from end to end keeps its full height in every column
+// although it is drawn as a few points per column.
+TEST_F(ChartEngine, ThinLinesInkTheirPixelsAndManyPointsKeepTheirExtremes) {
+  const auto draw = [](Variant values, double yUpper) {
+    XYChartImpl chart(200, 100, 0xFFFFFF, kNoColor, 0);
+    chart.setPlotArea(0, 0, 200, 100, 0xFFFFFF, -1, -1, -1, -1);
+    chart.xAxis()->setWidth(0);
+    chart.yAxis()->setWidth(0);
+    chart.yAxis()->setLinearScale(0, yUpper, 0, 0);
+    chart.yAxis()->setRounding(false, false);
+    chart.addLineLayer(values, 0x0000FF, "", 0);
+    return PictureFromBytes(chart.makeChart2(0))->image();
+  };
+  const auto at = [](const platform::PixelImage& image, int x, int y) {
+    return image.pixels[static_cast<size_t>(y * image.width + x)];
+  };
+  // y 49.5 of 100 maps to the centre of row 50.
+  const auto centred = draw(series({49.5, 49.5, 49.5}), 100);
+  EXPECT_EQ(at(centred, 100, 50), 0xFF0000FFu);
+  EXPECT_EQ(at(centred, 100, 49), 0xFFFFFFFFu);
+  EXPECT_EQ(at(centred, 100, 51), 0xFFFFFFFFu);
+  const auto between = draw(series({50, 50, 50}), 100);
+  for (int row : {49, 50}) {
+    const uint32_t pixel = at(between, 100, row);
+    EXPECT_GT(pixel & 0xFF, 0xF0u) << row;  // blue stays
+    EXPECT_LT(pixel >> 16 & 0xFF, 0xA0u) << row;
+    EXPECT_GT(pixel >> 16 & 0xFF, 0x60u) << row;  // red halved
+  }
+  VariantArray swings;
+  for (int i = 0; i < 100000; ++i) swings.items.emplace_back(i % 2 ? 99.5 : 0.5);
+  const auto band = draw(Variant(std::move(swings)), 100);
+  for (int x : {3, 100, 196}) {
+    for (int y : {0, 99}) EXPECT_LT(at(band, x, y) >> 16 & 0xFF, 0x80u) << x << "," << y;
+  }
+  // Points a world away are pulled in, not walked to.
+  EXPECT_EQ(at(draw(series({1e300, -1e300, 1e300}), 100), 0, 0) >> 24, 0xFFu);
+}
+
 TEST_F(ChartEngine, AReversedScaleTurnsTheAxisOver) {
   for (const bool reversed : {false, true}) {
     XYChartImpl chart(200, 100, 0xFFFFFF, kNoColor, 0);

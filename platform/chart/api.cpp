@@ -97,7 +97,8 @@ std::vector<double> argSeries(const Variant& value) {
   return out;
 }
 
-Variant encodeChart(platform::PixelImage image, const Variant& format) {
+Variant encodeChart(platform::PixelImage image, const Variant& format, bool opaque) {
+  const auto flattened = [&] { return opaque ? std::move(image) : layOnWhite(std::move(image)); };
   const double number = argNumber(format);
   // The bytes are written when someone asks for them; until then the pixels stand for them, as
   // the format would give them back.
@@ -106,11 +107,10 @@ Variant encodeChart(platform::PixelImage image, const Variant& format) {
   }
   if (number == static_cast<double>(ImageFormat::Jpeg)) {
     return Variant(std::make_shared<platform::ByteArray>(
-        layOnWhite(std::move(image)),
-        [](const platform::PixelImage& pixels) { return encodeJpeg(pixels); }));
+        flattened(), [](const platform::PixelImage& pixels) { return encodeJpeg(pixels); }));
   }
   if (number == static_cast<double>(ImageFormat::Bmp)) {
-    return Variant(std::make_shared<platform::ByteArray>(layOnWhite(std::move(image)), encodeBmp));
+    return Variant(std::make_shared<platform::ByteArray>(flattened(), encodeBmp));
   }
   throw VbError(err::InvalidCall);
 }

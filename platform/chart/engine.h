@@ -28,7 +28,9 @@ bool argFlag(const Variant& value);
 std::vector<double> argSeries(const Variant& value);
 
 // The bytes of a drawn image in a makeChart2 format; 5 for a format it doesn't write.
-Variant encodeChart(platform::PixelImage image, const Variant& format);
+// `opaque` when the picture was drawn on an opaque background, so that no pixel needs laying
+// on white.
+Variant encodeChart(platform::PixelImage image, const Variant& format, bool opaque);
 
 // ---- Meter ----------------------------------------------------------------------------
 

@@ -315,7 +315,7 @@ void MeterChart::addLabel(const Variant& position, const Variant& label) {
 }
 
 Variant MeterChart::makeChart2(const Variant& format) {
-  return encodeChart(scene_.render(), format);
+  return encodeChart(scene_.render(), format, false);
 }
 
 }  // namespace tessaline::chart

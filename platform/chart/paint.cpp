@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/chart/label_format.h"
+#include "platform/chart/thin_line.h"
 #include "values/text.h"
 
 namespace tessaline::chart {
@@ -285,6 +286,18 @@ Rect Canvas::drawText(double x, double y, int32_t alignment, std::string_view te
   }
   cairo_restore(cr_);
   return covered;
+}
+
+void Canvas::drawThinLines(const std::vector<LinePoint>& points, const Rect& clip,
+                           const Paint& paint) {
+  cairo_surface_flush(surface_);
+  ThinLine line(pixels_.data(), width_, height_, clip, paint);
+  for (size_t i = 1; i < points.size(); ++i) {
+    const LinePoint& a = points[i - 1];
+    const LinePoint& b = points[i];
+    if (!a.gap && !b.gap) line.segment(a.x, a.y, b.x, b.y);
+  }
+  cairo_surface_mark_dirty(surface_);
 }
 
 platform::PixelImage Canvas::takeImage() {

@@ -60,6 +60,12 @@ struct Rect {
   }
 };
 
+// A point of a line in pixels; `gap` breaks the line there.
+struct LinePoint {
+  double x = 0, y = 0;
+  bool gap = false;
+};
+
 // An ARGB32 image and a cairo context on it.
 class Canvas {
  public:
@@ -77,6 +83,9 @@ class Canvas {
   // Fills the current path, or strokes it with the width given; nothing for no paint.
   void fillPath(const Paint& paint, const Rect& span);
   void strokePath(const Paint& paint, double width);
+  // Lines one pixel wide through the points, straight into the pixels (see ThinLine); the
+  // current path is left alone.
+  void drawThinLines(const std::vector<LinePoint>& points, const Rect& clip, const Paint& paint);
   // Fills the current path, then outlines the same path with a line of 1 pixel.
   void fillAndOutline(const Paint& fill, const Rect& span, const Paint& edge);
   // A raised (positive) or sunken (negative) border of that many pixels inside the rectangle.

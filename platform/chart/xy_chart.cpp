@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/chart/engine.h"
 #include "values/vb_error.h"
@@ -70,6 +71,75 @@ void settle(AxisState& axis, double dataMin, double dataMax, double pixels, bool
   request.fixedLower = axis.lower;
   request.fixedUpper = axis.upper;
   axis.settled = autoScale(request);
+}
+
+// The points of one line in pixels, with a gap wherever x or y is no value. Consecutive points
+// that fall into the same pixel column are reduced to the first, the lowest, the highest and the
+// last of them, in the order they came: the same pixels are inked, and a line of many thousand
+// points costs no more than its width in columns.
+class ColumnReducer {
+ public:
+  explicit ColumnReducer(std::vector<LinePoint>& out) : out_(out) { out_.clear(); }
+  ~ColumnReducer() { flush(); }
+
+  void add(const LinePoint& point) {
+    const double column = std::floor(point.x);
+    if (count_ == 0 || column != column_) {
+      flush();
+      column_ = column;
+      first_ = lo_ = hi_ = last_ = Indexed{point, 0};
+      count_ = 1;
+      return;
+    }
+    const Indexed here{point, count_++};
+    if (point.y < lo_.point.y) lo_ = here;
+    if (point.y > hi_.point.y) hi_ = here;
+    last_ = here;
+  }
+  void gap() {
+    flush();
+    if (!out_.empty() && !out_.back().gap) out_.push_back(LinePoint{0, 0, true});
+  }
+
+ private:
+  struct Indexed {
+    LinePoint point;
+    size_t index;
+  };
+  void flush() {
+    if (count_ == 0) return;
+    const Indexed* middle[] = {&lo_, &hi_};
+    if (hi_.index < lo_.index) std::swap(middle[0], middle[1]);
+    out_.push_back(first_.point);
+    size_t at = first_.index;
+    for (const Indexed* m : middle) {
+      if (m->index > at && m->index < last_.index) {
+        out_.push_back(m->point);
+        at = m->index;
+      }
+    }
+    if (last_.index > first_.index) out_.push_back(last_.point);
+    count_ = 0;
+  }
+
+  std::vector<LinePoint>& out_;
+  double column_ = 0;
+  size_t count_ = 0;
+  Indexed first_{}, lo_{}, hi_{}, last_{};
+};
+
+template <class XOf>
+void linePoints(size_t n, XOf xOf, const std::vector<double>& ys, const Mapping& mx,
+                const Mapping& my, std::vector<LinePoint>& out) {
+  ColumnReducer reducer(out);
+  for (size_t i = 0; i < n; ++i) {
+    const double x = xOf(i), y = ys[i];
+    if (isPlottable(x) && isPlottable(y)) {
+      reducer.add(LinePoint{mx(x), my(y), false});
+    } else {
+      reducer.gap();
+    }
+  }
 }
 
 void glass(cairo_t* cr, const Rect& box) {
@@ -193,26 +263,34 @@ platform::PixelImage XYScene::render() {
   cairo_clip(cr);
   cairo_set_line_join(cr, CAIRO_LINE_JOIN_BEVEL);
   cairo_set_antialias(cr, CAIRO_ANTIALIAS_FAST);
+  const Rect clip{clipLeft, clipTop, std::ceil(p.x + p.w) - clipLeft,
+                  std::ceil(p.y + p.h) - clipTop};
+  std::vector<LinePoint> points;
   for (const auto& layer : layers) {
+    const double width = std::clamp(layer->lineWidth, 0.0, 50.0);
     for (const auto& set : layer->sets) {
       const size_t n =
           layer->hasX ? std::min(set.values.size(), layer->xs.size()) : set.values.size();
+      linePoints(
+          n, [&](size_t i) { return layer->hasX ? layer->xs[i] : static_cast<double>(i); },
+          set.values, mx, my, points);
+      const Paint paint = resolvePaint(set.color);
+      if (width == 1 && paint.kind == Paint::Kind::Solid) {
+        canvas.drawThinLines(points, clip, paint);
+        continue;
+      }
       bool open = false;
-      for (size_t i = 0; i < n; ++i) {
-        const double x = layer->hasX ? layer->xs[i] : static_cast<double>(i);
-        const double y = set.values[i];
-        if (!isPlottable(x) || !isPlottable(y)) {
+      for (const LinePoint& point : points) {
+        if (point.gap) {
           open = false;
-          continue;
-        }
-        if (open) {
-          cairo_line_to(cr, mx(x), my(y));
+        } else if (open) {
+          cairo_line_to(cr, point.x, point.y);
         } else {
-          cairo_move_to(cr, mx(x), my(y));
+          cairo_move_to(cr, point.x, point.y);
           open = true;
         }
       }
-      canvas.strokePath(resolvePaint(set.color), std::clamp(layer->lineWidth, 0.0, 50.0));
+      canvas.strokePath(paint, width);
     }
   }
   cairo_restore(cr);
@@ -494,7 +572,10 @@ Variant XYChartImpl::formatValue(const Variant& value, const Variant& format) {
 void XYChartImpl::layout() { scene_->layout(); }
 
 Variant XYChartImpl::makeChart2(const Variant& format) {
-  return encodeChart(scene_->render(), format);
+  // The whole picture is first filled with the background: a solid one leaves no pixel clear.
+  const Paint background = resolvePaint(scene_->background);
+  return encodeChart(scene_->render(), format,
+                     background.kind == Paint::Kind::Solid && background.a >= 1);
 }
 
 }  // namespace tessaline::chart
