@@ -41,8 +41,13 @@ ViewPort scrollBy(ViewPort view, double dxPixels, double dyPixels, int32_t viewe
 class ChartViewer : public Widget {
  public:
   using ViewPortHandler = std::function<void(bool needUpdateChart, bool needUpdateImageMap)>;
+  // button (1 left), shift state, x and y in pixels.
+  using MouseHandler = std::function<void(int32_t button, int32_t shift, float x, float y)>;
   struct ViewerEvents {
     ViewPortHandler ViewPortChanged;
+    // A button went down on the viewer; raised before the viewer acts on the click or the drag
+    // that follows, so that a handler can still choose what the mouse does.
+    MouseHandler MouseDown;
   };
   ViewerEvents viewerEvents;
 

@@ -18,6 +18,8 @@
 #include "support/tooltip.h"
 #include "trends/data_trend.h"
 #include "trends/dynamic_trend.h"
+#include "trends/multi_trend.h"
+#include "trends/waveform.h"
 #include "validation/validators.h"
 
 namespace tessaline {
@@ -60,6 +62,8 @@ const std::vector<CatalogueEntry>& entries() {
       control<DTMDataLaunchLabel>("DTMDataLaunchLabel"),
       control<DTMDataTrendControl>("DTMDataTrendControl"),
       control<DTMDynamicTrendControl>("DTMDynamicTrendControl"),
+      control<DTMMultiTrendControl>("DTMMultiTrendControl"),
+      control<DTMWaveFormControl>("DTMWaveFormControl"),
   };
   return list;
 }

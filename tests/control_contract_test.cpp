@@ -50,6 +50,9 @@ const std::map<std::string_view, std::set<std::string_view>> kInterfaces = {
      {IDtmControl::kIid, IDtmDataSubscriptionControl::kIid, IDTMEnumeration::kIid}},
     {"DTMDataTrendControl", kSingleTrend},
     {"DTMDynamicTrendControl", kSingleTrend},
+    {"DTMMultiTrendControl",
+     {IDtmControl::kIid, IDtmTrendControl::kIid, IDtmDataSubscriptionControl::kIid}},
+    {"DTMWaveFormControl", {IDtmControl::kIid, IDtmWaveFormControl::kIid}},
 };
 
 const std::string_view kAllInterfaces[] = {

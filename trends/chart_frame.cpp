@@ -112,24 +112,24 @@ double chartNow() {
   return days * 86400 + now.hour * 3600.0 + now.minute * 60.0 + second + second / 1000 / 1000;
 }
 
-SampleStore::SampleStore(size_t slots, size_t series)
-    : times_(std::max<size_t>(slots, 1), 1.7e308),
-      series_(series, std::vector<double>(std::max<size_t>(slots, 1), 1.7e308)) {}
+SampleRing::SampleRing(size_t slots) : slots_(std::max<size_t>(slots, 1), 1.7e308) {}
 
-void SampleStore::shiftData(double time, std::span<const double> values) {
-  times_[head_] = time;
-  for (size_t s = 0; s < series_.size(); ++s) {
-    series_[s][head_] = s < values.size() ? values[s] : 1.7e308;
-  }
-  head_ = (head_ + 1) % times_.size();
+std::vector<double> SampleRing::ordered() const {
+  std::vector<double> out;
+  out.reserve(slots_.size());
+  out.insert(out.end(), slots_.begin() + static_cast<std::ptrdiff_t>(head_), slots_.end());
+  out.insert(out.end(), slots_.begin(), slots_.begin() + static_cast<std::ptrdiff_t>(head_));
+  return out;
 }
 
-std::vector<double> SampleStore::ordered(const std::vector<double>& ring) const {
-  std::vector<double> out;
-  out.reserve(ring.size());
-  out.insert(out.end(), ring.begin() + static_cast<std::ptrdiff_t>(head_), ring.end());
-  out.insert(out.end(), ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(head_));
-  return out;
+SampleStore::SampleStore(size_t slots, size_t series)
+    : times_(slots), series_(series, SampleRing(slots)) {}
+
+void SampleStore::shiftData(double time, std::span<const double> values) {
+  times_.shiftData(time);
+  for (size_t s = 0; s < series_.size(); ++s) {
+    series_[s].shiftData(s < values.size() ? values[s] : 1.7e308);
+  }
 }
 
 bool IsNotANumberAsGeneralNumber(const Variant& value) {

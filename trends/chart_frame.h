@@ -83,11 +83,31 @@ class ChartFrame {
 // 1), to the second, plus its seconds in millionths (a few microseconds at most).
 double chartNow();
 
-// The store of samples of a chart control: the time stamps and every series, fixed in length
-// and moving together. Read in order, index 0 is the oldest and the last index the newest; a
-// new sample pushes the oldest out (shiftData on every array). It is held as a ring, so that a
-// sample costs one write per array instead of one copy per slot, and nothing is allocated after
-// creation. Every slot starts as NoValue.
+// One array of samples, fixed in length: read in order, index 0 is the oldest and the last
+// index the newest; shiftData pushes the oldest out. It is held as a ring, so that a sample costs
+// one write instead of one copy per slot, and nothing is allocated after creation. Every slot
+// starts as NoValue.
+class SampleRing {
+ public:
+  explicit SampleRing(size_t slots);
+  void shiftData(double value) {
+    slots_[head_] = value;
+    head_ = head_ + 1 == slots_.size() ? 0 : head_ + 1;
+  }
+  size_t size() const { return slots_.size(); }
+  // Element i, 0 the oldest.
+  double operator[](size_t i) const { return slots_[(head_ + i) % slots_.size()]; }
+  double newest() const { return (*this)[slots_.size() - 1]; }
+  // The array in order, oldest first.
+  std::vector<double> ordered() const;
+
+ private:
+  std::vector<double> slots_;
+  size_t head_ = 0;  // the oldest
+};
+
+// The store of samples of a single-item trend: the time stamps and every series, moving
+// together.
 class SampleStore {
  public:
   SampleStore(size_t slots, size_t series);
@@ -95,24 +115,16 @@ class SampleStore {
   // shiftData of the time stamps and of each series, with one value per series.
   void shiftData(double time, std::span<const double> values);
   size_t slots() const { return times_.size(); }
-  // Element i, 0 the oldest.
-  double time(size_t i) const { return times_[(head_ + i) % times_.size()]; }
-  double value(size_t series, size_t i) const {
-    return series_[series][(head_ + i) % times_.size()];
-  }
-  double newestTime() const { return time(slots() - 1); }
-  double newest(size_t series) const { return value(series, slots() - 1); }
-  // The arrays in order, oldest first.
-  std::vector<double> times() const { return ordered(times_); }
-  std::vector<double> series(size_t index) const { return ordered(series_[index]); }
+  double time(size_t i) const { return times_[i]; }
+  double value(size_t series, size_t i) const { return series_[series][i]; }
+  double newestTime() const { return times_.newest(); }
+  double newest(size_t series) const { return series_[series].newest(); }
+  std::vector<double> times() const { return times_.ordered(); }
+  std::vector<double> series(size_t index) const { return series_[index].ordered(); }
 
  private:
-  std::vector<double> ordered(const std::vector<double>& ring) const;
-
-  std::vector<double> times_;
-  std::vector<std::vector<double>> series_;
-  // The slot of the oldest sample.
-  size_t head_ = 0;
+  SampleRing times_;
+  std::vector<SampleRing> series_;
 };
 
 // IsNotANumber of the trends: "nan" or "#" in the General Number text of the value, so that

@@ -19,6 +19,19 @@ double finiteOr(const Variant& value, double fallback) {
 
 Ref<Object> handle() { return std::make_shared<Object>(); }
 
+// The colour of a line: a text that is no number, such as the empty colour of a line that its
+// definition left out, draws in the palette's line colour instead of failing the chart.
+uint32_t lineColor(const Variant& color) {
+  if (color.isString()) {
+    try {
+      return argColor(color);
+    } catch (const VbError&) {
+      return kPaletteBase + 1;
+    }
+  }
+  return argColor(color);
+}
+
 // Maps a value of a settled scale to a pixel along [from, to].
 struct Mapping {
   double lower, upper, from, to;
@@ -481,7 +494,7 @@ void LayerImpl::setXData(const Variant& xData) {
 }
 
 Ref<Object> LayerImpl::addDataSet(const Variant& data, const Variant& color, const Variant& name) {
-  state_->sets.push_back(DataSet{argSeries(data), argColor(color), argText(name)});
+  state_->sets.push_back(DataSet{argSeries(data), lineColor(color), argText(name)});
   return handle();
 }
 
@@ -551,7 +564,7 @@ Ref<platform::chart::Layer> XYChartImpl::addLineLayer(const Variant& data, const
                                                       const Variant& name, const Variant& depth) {
   argNumber(depth);
   auto layer = std::make_shared<LayerState>();
-  layer->sets.push_back(DataSet{argSeries(data), argColor(color), argText(name)});
+  layer->sets.push_back(DataSet{argSeries(data), lineColor(color), argText(name)});
   scene_->layers.push_back(layer);
   return std::make_shared<LayerImpl>(layer);
 }

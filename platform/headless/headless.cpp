@@ -245,8 +245,14 @@ void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) 
     viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
 }
 
+void ChartViewer::mouseDown(int32_t x, int32_t y) {
+  if (!viewerEvents.MouseDown) return;
+  userAction([&] { viewerEvents.MouseDown(1, 0, static_cast<float>(x), static_cast<float>(y)); });
+}
+
 void ChartViewer::click(int32_t x, int32_t y) {
   if (!reachable()) return;
+  mouseDown(x, y);
   if (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut) return;
   userAction([&] {
     const int32_t pixelsWide = width_ / 15, pixelsHigh = height_ / 15;
@@ -259,7 +265,9 @@ void ChartViewer::click(int32_t x, int32_t y) {
 }
 
 void ChartViewer::drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY) {
-  if (!reachable() || mouseUsage_ != kMouseScroll) return;
+  if (!reachable()) return;
+  mouseDown(fromX, fromY);
+  if (mouseUsage_ != kMouseScroll) return;
   userAction([&] {
     view_ = platform::scrollBy(view_, static_cast<double>(toX) - fromX,
                                static_cast<double>(toY) - fromY, width_ / 15, height_ / 15,

@@ -418,15 +418,16 @@ class ChartViewer : public Widget<platform::ChartViewer> {
   void MousePointer(int32_t value) override { mousePointer_ = value; }
   void updateViewPort(bool needUpdateChart, bool needUpdateImageMap) override;
 
-  // A click at a point of the viewer, in pixels: zooms with MouseUsage 3 or 4.
+  // A click at a point of the viewer, in pixels: MouseDown, then a zoom with MouseUsage 3 or 4.
   void click(int32_t x, int32_t y);
-  // A drag from one point to another, in pixels: scrolls with MouseUsage 1.
+  // A drag from one point to another, in pixels: MouseDown, then a scroll with MouseUsage 1.
   void drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY);
   // How many pictures other than Nothing were set so far.
   int32_t picturesShown() const { return picturesShown_; }
 
  private:
   void changed();
+  void mouseDown(int32_t x, int32_t y);
 
   Ref<Object> picture_;
   platform::ViewPort view_;

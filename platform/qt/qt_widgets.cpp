@@ -773,7 +773,10 @@ class ViewerWidget : public QWidget {
     QPainter painter(this);
     painter.drawImage(0, 0, viewer_->image());
   }
-  void mousePressEvent(QMouseEvent* event) override { pressed_ = event->position().toPoint(); }
+  void mousePressEvent(QMouseEvent* event) override {
+    pressed_ = event->position().toPoint();
+    if (viewer_) viewer_->press(pressed_.x(), pressed_.y());
+  }
   void mouseReleaseEvent(QMouseEvent* event) override {
     if (!viewer_) return;
     const QPoint at = event->position().toPoint();
@@ -827,6 +830,11 @@ void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) 
     if (viewerEvents.ViewPortChanged)
       viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
   });
+}
+
+void ChartViewer::press(int x, int y) {
+  if (!reachable() || !viewerEvents.MouseDown) return;
+  userAction([&] { viewerEvents.MouseDown(1, 0, static_cast<float>(x), static_cast<float>(y)); });
 }
 
 void ChartViewer::click(int x, int y) {

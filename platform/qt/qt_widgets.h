@@ -255,6 +255,9 @@ class ChartViewer : public Child<platform::ChartViewer, QWidget> {
   void updateViewPort(bool needUpdateChart, bool needUpdateImageMap) override;
 
   // The mouse, in pixels of the widget.
+  // A button pressed on the viewer: MouseDown, before the release decides between a click
+  // and a drag.
+  void press(int x, int y);
   void click(int x, int y);
   void drag(int fromX, int fromY, int toX, int toY);
   // The picture's pixels as Qt paints them, sharing their memory; null without a picture.

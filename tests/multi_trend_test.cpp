@@ -1,0 +1,354 @@
+// The multi-trend (its definition with the bands, the samples of seven lines, the drawing's
+// chart calls, the armed pointer modes) and the waveform (arrays set by the host, scales on both
+// axes, zooming out back to the full view).
+#include "trends/multi_trend.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/chart_recorder.h"
+#include "support.h"
+#include "trends/waveform.h"
+
+namespace tessaline {
+namespace {
+
+constexpr double kNoValue = 1.7e308;
+
+constexpr const char* kDefinition =
+    "<trend lowerRange='Low' upperRange='High' isLegend='true'>"
+    "<trendSource color='FF0000' label='Flow' itemName='PV'/>"
+    "<rangeSource color='00FF00' label='Range' itemNameHi='RH' itemNameLow='RL'/>"
+    "<limitSource itemHiincludeIf='hasHigh' itemLowincludeIf=' ' color='0000FF' label='Limit' "
+    "itemNameHi='LH' itemNameLow='LL'/>"
+    "<alertSource itemHiincludeIf='no' itemLowincludeIf='no' color='FF8800' label='Alert' "
+    "itemNameHi='AH' itemNameLow='AL'/>"
+    "</trend>";
+
+class ChartControls : public testing::HeadlessTest {
+ protected:
+  void SetUp() override {
+    HeadlessTest::SetUp();
+    headless::current().clock().set({2026, 11, 23, 8, 0, 0});
+    log = platform::chart::recordChartCalls();
+  }
+  void TearDown() override {
+    platform::chart::stopRecordingChartCalls();
+    HeadlessTest::TearDown();
+  }
+
+  std::shared_ptr<DTMMultiTrendControl> multi(const char* definition = kDefinition) {
+    auto trend = DTMMultiTrendControl::create();
+    trend->IDTMControl_Init(host);
+    trend->IDtmControl_Name("MT");
+    trend->IDtmTrendControl_TrendDataDef(testing::element(definition));
+    trend->IDtmTrendControl_XLabel("Flow, last hour");
+    trend->IDtmTrendControl_YLabel("m3/h");
+    return trend;
+  }
+
+  std::vector<std::string> lastDrawing() const {
+    const auto lines = log->lines();
+    auto start = lines.end();
+    for (auto it = lines.begin(); it != lines.end(); ++it) {
+      if (it->rfind("api.XYChart", 0) == 0) start = it;
+    }
+    return {start, lines.end()};
+  }
+  bool drew(const std::string& call) const {
+    const auto lines = lastDrawing();
+    return std::find(lines.begin(), lines.end(), call) != lines.end();
+  }
+
+  std::shared_ptr<platform::chart::ChartRecording> log;
+};
+
+// ---- The definition ------------------------------------------------------------------------
+
+TEST_F(ChartControls, TheDefinitionKeepsEachBandsLinesAsItsConditionsSay) {
+  host->evaluate = [](const std::string& expression) { return expression != "no"; };
+  auto trend = multi();
+  EXPECT_EQ(trend->lowerRangeItem(), "Low");
+  EXPECT_TRUE(trend->showLegend());
+  EXPECT_EQ(trend->trendSourceRec().Color, "16711680");
+  EXPECT_EQ(trend->trendSourceRec().ItemValue, Variant("PV"));
+  EXPECT_EQ(trend->rangeSourceRec().ItemNameLow, "RL");
+  // A blank condition is asked of the host and not heeded.
+  EXPECT_EQ(trend->limitSourceRec().ItemNameHigh, "LH");
+  EXPECT_EQ(trend->limitSourceRec().ItemNameLow, "LL");
+  std::vector<std::string> asked;
+  for (const auto& call : host->callsOf("EvaluateCondition")) asked.push_back(call.arguments[0]);
+  EXPECT_EQ(asked, (std::vector<std::string>{"hasHigh", "", "no", "no"}));
+  // Both lines of the alert band dropped: the band is empty, its colour never read.
+  EXPECT_TRUE(trend->alertSourceRec().Color.empty());
+  EXPECT_TRUE(trend->alertSourceRec().ItemNameHigh.empty());
+  EXPECT_TRUE(host->errorLines().empty());
+}
+
+TEST_F(ChartControls, AFaultyDefinitionStopsWhereItStands) {
+  auto noLegend = multi("<trend lowerRange='L' upperRange='U'><trendSource color='1'/></trend>");
+  EXPECT_EQ(noLegend->upperRangeItem(), "U");
+  EXPECT_TRUE(noLegend->trendSourceRec().Color.empty()) << "no source is read";
+  ASSERT_EQ(host->errorLines().size(), 1u);
+  EXPECT_EQ(host->errorLines()[0].rfind("Error on Trend ReadTrendNode91", 0), 0u);
+  EXPECT_FALSE(multi("<t lowerRange='' upperRange='' isLegend='True'/>")->showLegend());
+  auto none = DTMMultiTrendControl::create();
+  none->IDTMControl_Init(host);
+  none->IDtmControl_Name("Nil");
+  none->IDtmTrendControl_TrendDataDef(nullptr);
+  EXPECT_EQ(host->errorLines().back(), "TrendNode is null for trendNil");
+  // A second definition that drops a line leaves the earlier name in place.
+  host->evaluate = [](const std::string&) { return false; };
+  auto trend = multi();
+  host->evaluate = [](const std::string&) { return true; };
+  trend->IDtmTrendControl_TrendDataDef(testing::element(kDefinition));
+  EXPECT_EQ(trend->limitSourceRec().ItemNameHigh, "LH");
+}
+
+// ---- Values and samples -------------------------------------------------------------------
+
+TEST_F(ChartControls, BandSeriesMoveFromTheirFirstValueAndTheItemDrivesTheSamples) {
+  auto trend = multi();
+  EXPECT_EQ(trend->IDtmDataSubscriptionControl_SubscriptionItems().toArray().items,
+            (std::vector<Variant>{Variant("Low"), Variant("High"), Variant("")}));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", Variant(0));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("high", Variant(100));  // case
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant("120"));
+  EXPECT_EQ(trend->upperRangeValue(), 120);
+  trend->IDtmTrendControl_ItemValue(Variant(40));
+  EXPECT_TRUE(trend->frame().DataRateTimer().Enabled());
+  trend->IDtmTrendControl_RangeHighValue(Variant(90));
+  headless::current().clock().advance(10);
+  trend->IDtmTrendControl_ItemValue(Variant(41));
+  // Creation, +2.5, +5, +7.5, +10: five samples; the band joined at the second drawing.
+  const auto stamps = trend->timeStamps();
+  EXPECT_EQ(std::count_if(stamps.begin(), stamps.end(), [](double t) { return t != kNoValue; }), 5);
+  const auto high = trend->rangeHighSeries();
+  EXPECT_EQ(high.back(), 90);
+  EXPECT_EQ(high[high.size() - 5], kNoValue);
+  EXPECT_EQ(high[high.size() - 4], 90);
+  EXPECT_EQ(trend->itemSeries().back(), 41);
+  EXPECT_EQ(trend->limitLowSeries().back(), kNoValue) << "never given a value";
+  // A value that can't be a double fails the drawing's sample, logged by its catch block.
+  trend->IDtmTrendControl_AlertHighValue(Variant("high"));
+  headless::current().clock().advance(3);
+  trend->IDtmTrendControl_ItemValue(Variant(42));
+  EXPECT_EQ(host->errorLines().back().rfind("Error on createChart 13 ,Description = ", 0), 0u);
+}
+
+// ---- Drawing ------------------------------------------------------------------------------
+
+TEST_F(ChartControls, TheMultiTrendDrawsEveryLineOfItsBandsWithOneLegendEntryEach) {
+  host->evaluate = [](const std::string& expression) { return expression != "hasHigh"; };
+  auto trend = multi();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(100));
+  trend->IDtmTrendControl_ItemValue(Variant(40));
+  const auto lines = lastDrawing();
+  const std::vector<std::string> head = {
+      "api.XYChart(738, 484, 16053492, 0, 0)",
+      "chart.setPlotArea(95, 80, 538.74, 285.56, 16777215, -1, -1, 13421772, 13421772)",
+      "chart.setClipping(0)",
+      "chart.addTitle(\"Flow, last hour\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
+      "api.glassEffect(3, 8, 5)",
+      "title.setBackground(14540253, 0, 16975877)",
+      "chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)",
+      "legend.setBackground(-16777216, -16777216, 0)",
+      "legend.setWidth(540)",
+      "yAxis.setTitle(\"m3/h\", \"arialbd.ttf\", 10, -65534)",
+      "xAxis.setTickDensity(75, 15)",
+      "xAxis.setWidth(0)",
+      "yAxis.setWidth(0)",
+  };
+  ASSERT_GE(lines.size(), head.size());
+  EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + head.size()), head);
+  const std::vector<std::string> tail = {
+      "layer.setLineWidth(3)",
+      "layer.addDataSet(<array 0 to 1499>, \"16711680\", \"Flow\")",
+      "layer.setXData(<array 0 to 1499>)",
+      "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
+      "layer.addDataSet(<array 0 to 1499>, \"65280\", \"\")",
+      "layer.addDataSet(<array 0 to 1499>, \"65280\", \"Range\")",
+      "layer.addDataSet(<array 0 to 1499>, \"255\", \"Limit\")",  // the low line alone
+      "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"\")",
+      "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"Alert\")",
+      "yAxis.setLinearScale(0, 100, 10, 0)",
+      "yAxis.getMinValue()",
+      "yAxis.getMaxValue()",
+      "yAxis.getMaxValue()",
+      "yAxis.getMinValue()",
+      "chart.makeChart2(2)",
+  };
+  ASSERT_GE(lines.size(), tail.size());
+  EXPECT_EQ(std::vector<std::string>(lines.end() - tail.size(), lines.end()), tail);
+  EXPECT_TRUE(trend->MultiChartViewer().Picture());
+}
+
+TEST_F(ChartControls, BigLimitsSwitchTheLabelsToExponentForm) {
+  for (const auto& [upper, exponent] : {std::pair{99999.0, false}, {100000.0, true}}) {
+    auto trend = multi("<t lowerRange='L' upperRange='U' isLegend='false'/>");
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("U", Variant(upper));
+    trend->IDtmTrendControl_ItemValue(Variant(1));
+    EXPECT_EQ(drew("yAxis.setLabelFormat(\"{value|e5}\")"), exponent) << upper;
+    EXPECT_FALSE(drew("chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)"));
+  }
+}
+
+TEST_F(ChartControls, AButtonArmsAModeThatTheNextPressOnTheChartPutsIntoEffect) {
+  auto trend = multi();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(100));
+  trend->IDtmTrendControl_ItemValue(Variant(40));
+  platform::ChartViewer& viewer = trend->MultiChartViewer();
+  auto& chart = headless::user(viewer);
+  // Zoom out before any zoom in: only the pointer changes.
+  headless::user(trend->frame().ZoomOut()).click();
+  EXPECT_EQ(viewer.MousePointer(), 53);
+  chart.click(100, 100);
+  EXPECT_EQ(viewer.MouseUsage(), 0);
+  headless::user(trend->frame().zoomIn()).click();
+  EXPECT_EQ(viewer.MouseUsage(), 0) << "armed, not yet in effect";
+  chart.click(300, 200);
+  EXPECT_EQ(viewer.MouseUsage(), 3);
+  EXPECT_TRUE(trend->hasZoomedIn());
+  EXPECT_DOUBLE_EQ(viewer.ViewPortHeight(), 0.5) << "the first press already zooms";
+  EXPECT_TRUE(drew("yAxis.setRounding(False, False)"));
+  headless::user(trend->frame().ZoomOut()).click();
+  EXPECT_EQ(viewer.MouseUsage(), 4);
+  EXPECT_EQ(viewer.MousePointer(), 52);
+  // Home undoes the vertical zoom around the middle: width and height 0.5 give height 1.
+  headless::user(trend->frame().Home()).click();
+  EXPECT_EQ(viewer.MouseUsage(), 0);
+  EXPECT_DOUBLE_EQ(viewer.ViewPortHeight(), 1);
+  EXPECT_DOUBLE_EQ(viewer.ViewPortTop(), 0);
+  EXPECT_FALSE(trend->hasZoomedIn());
+  headless::user(trend->frame().HandScroll()).click();
+  chart.drag(100, 100, 120, 140);
+  EXPECT_EQ(viewer.MouseUsage(), 1);
+}
+
+TEST_F(ChartControls, ResizeLogsItsTwoLinesAndKeepsTheLeastSize) {
+  auto trend = multi();
+  headless::user(trend->window()).resize(1000, 7260);
+  // Widening the control inside the handler raises Resize again, as on the classic form.
+  const std::vector<std::string> expected = {
+      "UserControl_Resize called", "UserControl_Resize called", "UserControl_Resize end6630 7260",
+      "UserControl_Resize end6630 7260"};
+  EXPECT_EQ(host->errorLines(), expected);
+}
+
+// ---- The waveform -------------------------------------------------------------------------
+
+class WaveForm : public ChartControls {
+ protected:
+  std::shared_ptr<DTMWaveFormControl> make() {
+    auto wave = DTMWaveFormControl::create();
+    wave->IDTMControl_Init(host);
+    wave->IDtmControl_Name("WF");
+    wave->IDtmWaveFormControl_TrendDataDef(testing::element(
+        "<wave lowerRange='0' upperRange='10' lineColor='0000FF' isLegend='true'/>"));
+    wave->IDtmWaveFormControl_title("Vibration");
+    wave->IDtmWaveFormControl_XLabel("ms");
+    wave->IDtmWaveFormControl_YLabel("mm/s");
+    wave->IDtmWaveFormControl_SetXLowerValue(Variant(0));
+    wave->IDtmWaveFormControl_SetXUpperValue(Variant(40));
+    return wave;
+  }
+  static Variant values(std::initializer_list<double> numbers) {
+    VariantArray array;
+    for (double n : numbers) array.items.emplace_back(n);
+    return Variant(std::move(array));
+  }
+};
+
+TEST_F(WaveForm, NothingIsDrawnBeforeTheArraysAndHomeThenOnlySetsThePointer) {
+  auto wave = make();
+  EXPECT_EQ(wave->lineColor(), "255");
+  EXPECT_TRUE(wave->showLegend());
+  wave->IDtmWaveFormControl_DrawChart();
+  ASSERT_EQ(host->errorLines().size(), 1u);
+  EXPECT_EQ(host->errorLines()[0].rfind("Error on Trend IDtmWaveFormControl_DrawChart", 0), 0u);
+  EXPECT_FALSE(wave->ChartViewer1().Picture());
+  headless::user(wave->frame().Home()).click();
+  EXPECT_EQ(wave->ChartViewer1().MousePointer(), 1);
+  EXPECT_FALSE(wave->ChartViewer1().Picture());
+  EXPECT_THROW(wave->IDtmWaveFormControl_SetXAxisValues(Variant(3)), VbError);
+}
+
+TEST_F(WaveForm, ThePlainViewShowsAllWithATenthOfTheGreatestValueAsTick) {
+  auto wave = make();
+  wave->IDtmWaveFormControl_SetXAxisValues(values({0, 10, 20}));
+  wave->IDtmWaveFormControl_SetYAxisValues(values({2, 5, 3}));
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_EQ(wave->yMin(), 2);
+  EXPECT_EQ(wave->yMax(), 5);
+  const std::vector<std::string> expected = {
+      "api.XYChart(742, 487, 16053492, 0, 0)",
+      "chart.setPlotArea(90, 77.7127659574468, 556.5, 304.375, 16777215, -1, -1, 13421772, "
+      "-16777216)",
+      "chart.setClipping(0)",
+      "chart.addTitle(\"Vibration\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
+      "api.glassEffect(3, 8, 5)",
+      "title.setBackground(14540253, 0, 16975877)",
+      "chart.addLineLayer(<array 0 to 2>, \"255\", \"\", 0)",
+      "layer.setXData(<array 0 to 2>)",
+      "yAxis.setTitle(\"mm/s\", \"arialbd.ttf\", 10, -65534)",
+      "xAxis.setTitle(\"ms\", \"arialbd.ttf\", 10, -65534)",
+      "xAxis.setLinearScale(0, 40, 4, 0)",
+      "yAxis.setLinearScale(2, 5, 0.5, 0)",
+      "chart.makeChart2(2)",
+  };
+  EXPECT_EQ(lastDrawing(), expected);
+  EXPECT_TRUE(wave->ChartViewer1().Picture());
+}
+
+TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
+  auto wave = make();
+  VariantArray xs, ys;
+  for (int i = 0; i <= 400; ++i) {
+    xs.items.emplace_back(i * 0.1);
+    ys.items.emplace_back(i % 40 < 20 ? 8.0 : -8.0);
+  }
+  wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
+  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
+  wave->IDtmWaveFormControl_DrawChart();
+  platform::ChartViewer& viewer = wave->ChartViewer1();
+  headless::user(wave->frame().zoomIn()).click();
+  wave->IDtmWaveFormControl_DrawChart();  // the first drawing in a zoom mode takes the range
+  EXPECT_EQ(wave->xMin(), 0);
+  EXPECT_EQ(wave->xMax(), 40);
+  EXPECT_TRUE(drew("chart.layout()"));
+  headless::user(viewer).click(185, 121);  // the upper left quarter
+  EXPECT_TRUE(drew("xAxis.setRounding(False, False)"));
+  EXPECT_DOUBLE_EQ(viewer.ViewPortWidth(), 0.5);
+  headless::user(wave->frame().ZoomOut()).click();
+  headless::user(viewer).click(185, 121);
+  EXPECT_EQ(viewer.ViewPortTop(), 0);
+  EXPECT_TRUE(wave->zoomedOutFlag());
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_EQ(viewer.MouseUsage(), 0) << "zoomed out all the way";
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_TRUE(drew("xAxis.setLinearScale(0, 40, 4, 0)"));
+  EXPECT_FALSE(wave->zoomedOutFlag());
+}
+
+TEST_F(WaveForm, HostileArraysDrawOrLogButNeverStopTheControl) {
+  auto wave = make();
+  VariantArray big;
+  big.items.resize(100000);
+  for (size_t i = 0; i < big.items.size(); ++i) big.items[i] = Variant(std::sin(i * 0.01));
+  wave->IDtmWaveFormControl_SetXAxisValues(values({3, 1, std::nan(""), 1e308}));
+  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(big)));
+  wave->IDtmWaveFormControl_DrawChart();
+  wave->IDtmWaveFormControl_SetYAxisValues(values({}));
+  wave->IDtmWaveFormControl_DrawChart();  // no element 0: logged
+  VariantArray mixed;
+  mixed.items = {Variant("a"), Variant(2.0), Variant::null()};
+  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(mixed)));
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_EQ(host->errorLines().size(), 2u);
+  EXPECT_TRUE(wave->ChartViewer1().Picture());
+}
+
+}  // namespace
+}  // namespace tessaline

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "frame/interfaces.h"
+#include "trends/host_fed_chart.h"
+
+// One curve, y against x, from two arrays that the host hands over, drawn when the host asks
+// or the viewport moves. It keeps no history; zooming and scrolling move over the data on both
+// axes, and zooming out all the way returns to the plain full view.
+namespace tessaline {
+
+class DTMWaveFormControl : public HostFedChart, public virtual IDtmWaveFormControl {
+ public:
+  static std::shared_ptr<DTMWaveFormControl> create();
+  static void describeMembers(MemberTableBuilder<DTMWaveFormControl>& table);
+  const MemberTable& members() const override { return memberTableOf<DTMWaveFormControl>(); }
+  ~DTMWaveFormControl() override;
+
+  void IDTMControl_Init(Ref<GenericDtm> genericDtm) override;
+
+  Ref<Object> IDtmWaveFormControl_TrendDataDef() override { return definition_; }
+  void IDtmWaveFormControl_TrendDataDef(Ref<Object> node) override;
+  std::string IDtmWaveFormControl_XLabel() override { return xLabel_; }
+  void IDtmWaveFormControl_XLabel(const std::string& value) override;
+  std::string IDtmWaveFormControl_YLabel() override { return yLabel_; }
+  void IDtmWaveFormControl_YLabel(const std::string& value) override;
+  std::string IDtmWaveFormControl_title() override { return title_; }
+  void IDtmWaveFormControl_title(const std::string& value) override;
+  // Copies that replace the arrays; no redraw. A value that is no array fails with 13.
+  void IDtmWaveFormControl_SetXAxisValues(const Variant& values) override;
+  void IDtmWaveFormControl_SetYAxisValues(const Variant& values) override;
+  // The x scale of the plain pointer mode; no redraw.
+  void IDtmWaveFormControl_SetXLowerValue(const Variant& value) override { xLower_ = value; }
+  void IDtmWaveFormControl_SetXUpperValue(const Variant& value) override { xUpper_ = value; }
+  void IDtmWaveFormControl_SetXUnit(const Variant&) override {}
+  void IDtmWaveFormControl_SetYUnit(const Variant&) override {}
+  void IDtmWaveFormControl_DrawChart() override;
+
+  // The pointer modes of the frame; Home returns to the full view when there are arrays.
+  void Home_Click();
+
+  platform::ChartViewer& ChartViewer1() { return frame_->viewer(); }
+  const std::string& lineColor() const { return lineColor_; }
+  const std::string& lowerRange() const { return lowerRange_; }
+  const std::string& upperRange() const { return upperRange_; }
+  bool showLegend() const { return showLegend_; }
+  double xMin() const { return xMin_; }
+  double xMax() const { return xMax_; }
+  double yMin() const { return yMin_; }
+  double yMax() const { return yMax_; }
+  bool zoomedOutFlag() const { return zoomedOutFlag_; }
+
+ private:
+  DTMWaveFormControl();
+  void ReadTrendNode();
+  void scaleAxes(platform::chart::XYPlot& chart);
+
+  Ref<platform::XmlNode> definition_;
+  std::string lowerRange_, upperRange_, lineColor_;
+  bool showLegend_ = false;
+  // Not allocated until the host sets them.
+  Variant xValues_, yValues_;
+  Variant xLower_, xUpper_;
+  std::string xLabel_, yLabel_, title_;
+  double xMin_ = 0, xMax_ = 0, yMin_ = 0, yMax_ = 0;
+  bool zoomedOutFlag_ = false;
+};
+
+}  // namespace tessaline
