@@ -50,6 +50,8 @@ const std::map<std::string_view, std::set<std::string_view>> kInterfaces = {
      {IDtmControl::kIid, IDtmDataSubscriptionControl::kIid, IDTMEnumeration::kIid}},
     {"DTMDataTrendControl", kSingleTrend},
     {"DTMDynamicTrendControl", kSingleTrend},
+    {"DTMDataCheckBox", {IDtmDataControlCaption::kIid, IDtmControl::kIid, IDTMDataControl::kIid}},
+    {"DTMDateTimeControl", {IDtmControl::kIid, IDTMDataControl::kIid}},
 };
 
 const std::string_view kAllInterfaces[] = {
