@@ -29,10 +29,11 @@ DTMDataCheckBox::DTMDataCheckBox()
   Check1_->events.Click = [] {};
   Check1_->events.MouseDown = [this] { TrackHotState(); };
   Check1_->events.MouseUp = [this] { TrackHotState(); };
-  window_->events.Resize = [this] { UserControl_Resize(); };
-  window_->events.EnterFocus = [this] { UpdateTooltip(); };
   window_->Width(3735);
   window_->Height(435);
+  window_->events.Resize = [this] { UserControl_Resize(); };
+  window_->events.EnterFocus = [this] { UpdateTooltip(); };
+  UserControl_Resize();
 }
 
 DTMDataCheckBox::~DTMDataCheckBox() = default;

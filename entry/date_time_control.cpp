@@ -26,10 +26,11 @@ DTMDateTimeControl::DTMDateTimeControl()
   DTPicker_->events.Change = [this] { DTPicker_Change(); };
   DTPicker_->events.Click = [this] { DTPicker_Click(); };
   DTPicker_->events.KeyPress = [this](int16_t&) { DTPicker_KeyPress(); };
-  window_->events.Resize = [this] { UserControl_Resize(); };
-  window_->events.EnterFocus = [this] { UpdateTooltip(); };
   window_->Width(2925);
   window_->Height(420);
+  window_->events.Resize = [this] { UserControl_Resize(); };
+  window_->events.EnterFocus = [this] { UpdateTooltip(); };
+  UserControl_Resize();
   setDefaults();
 }
 

@@ -79,7 +79,7 @@ TEST_F(CheckBox, WhileHotADeviceValueIsIgnoredAndHotFalseTakesTheShownState) {
   user().click();
   box->IDTMDataControl_SetDeviceValue(Variant(2));
   EXPECT_EQ(box->Check1().Value(), 1);
-  EXPECT_EQ(box->baseline(), Variant("0"));
+  EXPECT_EQ(box->baseline(), Variant(int16_t{0}));
 
   box->IDTMDataControl_Hot(false);
   EXPECT_EQ(box->baseline(), Variant(int16_t{1}));
@@ -135,7 +135,6 @@ TEST_F(CheckBox, TheCaptionIsTheItemsLabelUnlessBlank) {
   box->IDtmDataControlCaption_Text("Set by host");
   box->IDTMDataControl_DataItemDef(testing::element("<dataItem name='p' label='Run'/>"));
   box->IDtmDataControlCaption_Text("Set by host");
-  headless::user(box->window()).Visible(true);
   box->IDtmControl_Visible(true);  // a rebuild brings the label back
   EXPECT_EQ(box->IDtmDataControlCaption_Text(), "Run");
 }
@@ -146,7 +145,7 @@ TEST_F(CheckBox, ARestoredBoxShowsItsDesignCaptionAndKeepsItsState) {
   restored->ReadProperties(empty);
   EXPECT_EQ(restored->Check1().Caption(), "Check1");
   EXPECT_EQ(restored->Check1().Value(), 0);
-  EXPECT_EQ(restored->IDTMDataControl_PreviousValue(), Variant("Check1"));
+  EXPECT_EQ(restored->IDTMDataControl_PreviousValue(), Variant(""));
   EXPECT_EQ(restored->Check1().BackColor(), kButtonFace);
 }
 
