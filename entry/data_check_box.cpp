@@ -243,13 +243,13 @@ void DTMDataCheckBox::describeMembers(MemberTableBuilder<DTMDataCheckBox>& table
       .TESSALINE_PROPERTY(Ref<Object>, Container)
       .template writeOnly<Ref<Object>>("Picture", &Self::Picture)
       .forward("Check1", &Self::Check1,
-               {"Alignment",      "Appearance",    "BackColor",    "CausesValidation",
-                "DataChanged",    "DataField",     "DataMember",   "DragMode",
-                "Font",           "FontBold",      "FontItalic",   "FontName",
-                "FontSize",       "FontStrikethru", "FontUnderline", "ForeColor",
-                "Height",         "HelpContextID", "MaskColor",    "MousePointer",
-                "OLEDropMode",    "RightToLeft",   "TabIndex",     "Tag",
-                "UseMaskColor",   "WhatsThisHelpID", "Width"})
+               {"Alignment",    "Appearance",      "BackColor",     "CausesValidation",
+                "DataChanged",  "DataField",       "DataMember",    "DragMode",
+                "Font",         "FontBold",        "FontItalic",    "FontName",
+                "FontSize",     "FontStrikethru",  "FontUnderline", "ForeColor",
+                "Height",       "HelpContextID",   "MaskColor",     "MousePointer",
+                "OLEDropMode",  "RightToLeft",     "TabIndex",      "Tag",
+                "UseMaskColor", "WhatsThisHelpID", "Width"})
       .forward("Check1", &Self::Check1, {"hwnd", "Index", "Style"}, Forwarding::ReadOnly)
       .forward("Check1", &Self::Check1, {"DisabledPicture", "DownPicture", "DragIcon", "MouseIcon"},
                Forwarding::WriteOnly)

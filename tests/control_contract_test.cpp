@@ -292,6 +292,13 @@ TEST_P(EveryControl, AnEmptyBagGivesTheDefaults) {
   for (const auto& [name, value] : defaults) {
     // The text boxes read Text after the value, and the text is what the value reads back.
     if (name == "IDTMDataControl_Value" && fresh.hasMember("TextType")) continue;
+    // The check box and the date control refuse their design default: what reads back is
+    // the state that their child kept.
+    const std::string_view control = GetParam()->identity->name;
+    if (name == "IDTMDataControl_Value" &&
+        (control == "DTMDataCheckBox" || control == "DTMDateTimeControl")) {
+      continue;
+    }
     const Member* member = fresh.members().find(name);
     if (!member || !member->get) continue;
     EXPECT_TRUE(sameValue(member->get(fresh), value)) << name << ": " << describe(value);

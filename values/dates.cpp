@@ -299,7 +299,6 @@ std::optional<double> parseDateText(std::string_view text) {
   return days + (days < 0 ? -time : time);
 }
 
-
 DateTimeFields fieldsFromSerial(double days) {
   checkDateRange(days);
   const double whole = std::trunc(days);
@@ -328,8 +327,9 @@ double serialFromFields(const DateTimeFields& f) {
 
 namespace {
 
-const char* const kMonthNames[] = {"January", "February", "March",     "April",   "May",      "June",
-                                   "July",    "August",   "September", "October", "November", "December"};
+const char* const kMonthNames[] = {"January",   "February", "March",    "April",
+                                   "May",       "June",     "July",     "August",
+                                   "September", "October",  "November", "December"};
 const char* const kDayNames[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
                                  "Thursday", "Friday", "Saturday"};
 
@@ -371,19 +371,28 @@ std::string formatPickerDate(DateSerial date, std::string_view format) {
     const int64_t hour12 = f.hour % 12 == 0 ? 12 : f.hour % 12;
     switch (c) {
       case 'd':
-        if (run == 1 || run == 2) out += padded(f.day, run);
-        else if (run == 3) out += std::string(kDayNames[weekday]).substr(0, 3);
-        else out += kDayNames[weekday];
+        if (run == 1 || run == 2)
+          out += padded(f.day, run);
+        else if (run == 3)
+          out += std::string(kDayNames[weekday]).substr(0, 3);
+        else
+          out += kDayNames[weekday];
         break;
       case 'M':
-        if (run <= 2) out += padded(f.month, run);
-        else if (run == 3) out += std::string(kMonthNames[f.month - 1]).substr(0, 3);
-        else out += kMonthNames[f.month - 1];
+        if (run <= 2)
+          out += padded(f.month, run);
+        else if (run == 3)
+          out += std::string(kMonthNames[f.month - 1]).substr(0, 3);
+        else
+          out += kMonthNames[f.month - 1];
         break;
       case 'y':
-        if (run == 1) out += std::to_string(f.year % 10);
-        else if (run == 2) out += padded(f.year % 100, 2);
-        else out += padded(f.year, run > 4 ? 4 : run);
+        if (run == 1)
+          out += std::to_string(f.year % 10);
+        else if (run == 2)
+          out += padded(f.year % 100, 2);
+        else
+          out += padded(f.year, run > 4 ? 4 : run);
         break;
       case 'h':
         out += padded(hour12, run > 2 ? 2 : run);

@@ -670,12 +670,24 @@ void DatePicker::typeField(DateField field, int32_t number) {
         DateTimeFields f = fieldsFromSerial(value_.days);
         const DateTimeFields before = f;
         switch (field) {
-          case DateField::Year: f.year = number; break;
-          case DateField::Month: f.month = number; break;
-          case DateField::Day: f.day = number; break;
-          case DateField::Hour: f.hour = number; break;
-          case DateField::Minute: f.minute = number; break;
-          case DateField::Second: f.second = number; break;
+          case DateField::Year:
+            f.year = number;
+            break;
+          case DateField::Month:
+            f.month = number;
+            break;
+          case DateField::Day:
+            f.day = number;
+            break;
+          case DateField::Hour:
+            f.hour = number;
+            break;
+          case DateField::Minute:
+            f.minute = number;
+            break;
+          case DateField::Second:
+            f.second = number;
+            break;
         }
         const double days = serialFromFields(f);
         // A field takes only what it can hold: the other fields must come back unchanged.
