@@ -173,6 +173,19 @@ Variant childProperty(Widget& child, std::string_view name) {
     if (is(name, "Picture")) return Variant(image->Picture());
     if (is(name, "Stretch")) return Variant(image->Stretch());
   }
+  if (auto* box = dynamic_cast<CheckBox*>(&child)) {
+    if (is(name, "Value")) return Variant(box->Value());
+    if (is(name, "Caption")) return Variant(box->Caption());
+    if (is(name, "Picture")) return Variant(box->Picture());
+  }
+  if (auto* picker = dynamic_cast<DatePicker*>(&child)) {
+    if (is(name, "Value")) return Variant(picker->Value());
+    if (is(name, "CustomFormat")) return Variant(picker->CustomFormat());
+    if (is(name, "CalendarBackColor")) return Variant(picker->CalendarBackColor());
+    if (is(name, "MinDate")) return Variant(picker->MinDate());
+    if (is(name, "MaxDate")) return Variant(picker->MaxDate());
+    if (is(name, "Text")) return Variant(picker->Text());
+  }
   const Variant held = child.property(name);
   return held.isEmpty() ? designDefault(child, name) : held;
 }
@@ -219,6 +232,17 @@ void childProperty(Widget& child, std::string_view name, const Variant& value) {
   if (auto* image = dynamic_cast<Image*>(&child)) {
     if (is(name, "Picture")) return image->Picture(value.isEmpty() ? nullptr : value.toObject());
     if (is(name, "Stretch")) return image->Stretch(value.toBool());
+  }
+  if (auto* box = dynamic_cast<CheckBox*>(&child)) {
+    if (is(name, "Value")) return box->Value(value.toInt16());
+    if (is(name, "Caption")) return box->Caption(value.toText());
+    if (is(name, "Picture")) return box->Picture(value.isEmpty() ? nullptr : value.toObject());
+  }
+  if (auto* picker = dynamic_cast<DatePicker*>(&child)) {
+    if (is(name, "Value")) return picker->Value(value.toDate());
+    if (is(name, "CustomFormat")) return picker->CustomFormat(value.toText());
+    if (is(name, "CalendarBackColor")) return picker->CalendarBackColor(value.toInt32());
+    if (is(name, "MinDate") || is(name, "MaxDate") || is(name, "Text")) readOnly();
   }
   child.property(name, value);
 }

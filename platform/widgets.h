@@ -224,6 +224,73 @@ class OptionButton : public Widget {
   virtual void Picture(const Ref<Object>& picture) = 0;
 };
 
+// The classic check box. Value is the check state: 0 unchecked, 1 checked, 2 grayed.
+// - Value set by program to another state raises Click; set to the state it has, nothing. A
+//   Value outside 0 to 2 raises 380 and leaves the state.
+// - A mouse press raises MouseDown with the state unchanged. The release over the box changes
+//   the state (unchecked and grayed become checked, checked becomes unchecked), raises Click,
+//   and then MouseUp, which thus sees the new state.
+// - The space key toggles in the same way and raises Click, with no mouse event.
+// - A disabled box takes no input at all.
+// - Its design caption is its name ("Check1") until the caption is set.
+class CheckBox : public Widget {
+ public:
+  struct Events {
+    Handler Click, MouseDown, MouseUp, GotFocus, LostFocus;
+  };
+  Events events;
+
+  virtual int16_t Value() const = 0;
+  virtual void Value(int16_t value) = 0;
+  virtual std::string Caption() const = 0;
+  virtual void Caption(const std::string& value) = 0;
+  // The picture of a graphical box, or Nothing.
+  virtual Ref<Object> Picture() const = 0;
+  virtual void Picture(const Ref<Object>& picture) = 0;
+};
+
+// The classic date and time picker: one date (a serial of days, the time as the fraction) shown
+// by a custom format, edited field by field or picked from a drop-down calendar.
+// - It starts at 1 January 1970, 00:00:00, with the custom format "MM-dd-yy hh:mm:ss tt" and the
+//   range 1 January 1601 to 31 December 9999 (the whole last day).
+// - Value set by program to a date outside MinDate to MaxDate raises 380 and keeps the date;
+//   inside, it takes the date and raises nothing: Change is the user's alone.
+// - The custom format uses the tokens of formatPickerDate; empty, the date shows in the
+//   general form. The format changes what is shown, never the date.
+// - The user's click on the picker (also the one that opens the calendar) raises Click before
+//   anything changes. A key that types a field's digit raises KeyDown, KeyPress, then, once the
+//   field takes the new number, Change, then KeyUp. A day picked from the calendar keeps the
+//   time of day and raises Change. A change that would leave the range is refused: nothing
+//   changes and no Change is raised.
+// - CalendarBackColor paints the drop-down calendar's days.
+// - A disabled picker takes no input at all.
+class DatePicker : public Widget {
+ public:
+  struct Events {
+    Handler Change, Click, GotFocus, LostFocus;
+    KeyHandler KeyDown, KeyUp;
+    KeyPressHandler KeyPress;
+  };
+  Events events;
+
+  static constexpr const char* kDesignFormat = "MM-dd-yy hh:mm:ss tt";
+  // 1 January 1970, 1 January 1601 and the last second of 31 December 9999.
+  static constexpr double kDesignDate = 25569.0;
+  static constexpr double kMinDate = -109205.0;
+  static constexpr double kMaxDate = 2958465.0 + 86399.0 / 86400.0;
+
+  virtual DateSerial Value() const = 0;
+  virtual void Value(DateSerial value) = 0;
+  virtual std::string CustomFormat() const = 0;
+  virtual void CustomFormat(const std::string& value) = 0;
+  virtual Color CalendarBackColor() const = 0;
+  virtual void CalendarBackColor(Color value) = 0;
+  virtual DateSerial MinDate() const = 0;
+  virtual DateSerial MaxDate() const = 0;
+  // What the picker shows: the date by the custom format.
+  virtual std::string Text() const = 0;
+};
+
 // The classic scroll bar, horizontal or vertical as made: Min 0, Max 32767 and Value 0 until
 // set, SmallChange 1, LargeChange 1.
 // - Dragging the thumb raises Scroll at each move and Change at its end; a click on an arrow or
@@ -328,6 +395,8 @@ class UserControl {
   virtual std::unique_ptr<OptionButton> createOptionButton(const std::string& name) = 0;
   virtual std::unique_ptr<ScrollBar> createScrollBar(const std::string& name, bool horizontal) = 0;
   virtual std::unique_ptr<Timer> createTimer(const std::string& name) = 0;
+  virtual std::unique_ptr<CheckBox> createCheckBox(const std::string& name) = 0;
+  virtual std::unique_ptr<DatePicker> createDatePicker(const std::string& name) = 0;
 
   // The collection of children made at run time, by type name ("vb.label") and name. The
   // collection owns them; 711 for a type it doesn't know, 727 for a name that is taken, 730

@@ -4,10 +4,12 @@
 #include "display/launch_label.h"
 #include "display/static_label.h"
 #include "display/status_control.h"
+#include "entry/data_check_box.h"
 #include "entry/data_combo_box.h"
 #include "entry/data_combo_box2.h"
 #include "entry/data_multi_line_text_box.h"
 #include "entry/data_text_box.h"
+#include "entry/date_time_control.h"
 #include "entry/list_control.h"
 #include "frame/data_type_controller.h"
 #include "gauges/angular_gauge.h"
@@ -64,6 +66,8 @@ const std::vector<CatalogueEntry>& entries() {
       control<DTMDynamicTrendControl>("DTMDynamicTrendControl"),
       control<DTMMultiTrendControl>("DTMMultiTrendControl"),
       control<DTMWaveFormControl>("DTMWaveFormControl"),
+      control<DTMDataCheckBox>("DTMDataCheckBox"),
+      control<DTMDateTimeControl>("DTMDateTimeControl"),
   };
   return list;
 }

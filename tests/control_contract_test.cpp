@@ -53,6 +53,8 @@ const std::map<std::string_view, std::set<std::string_view>> kInterfaces = {
     {"DTMMultiTrendControl",
      {IDtmControl::kIid, IDtmTrendControl::kIid, IDtmDataSubscriptionControl::kIid}},
     {"DTMWaveFormControl", {IDtmControl::kIid, IDtmWaveFormControl::kIid}},
+    {"DTMDataCheckBox", {IDtmDataControlCaption::kIid, IDtmControl::kIid, IDTMDataControl::kIid}},
+    {"DTMDateTimeControl", {IDtmControl::kIid, IDTMDataControl::kIid}},
 };
 
 const std::string_view kAllInterfaces[] = {
@@ -293,6 +295,13 @@ TEST_P(EveryControl, AnEmptyBagGivesTheDefaults) {
   for (const auto& [name, value] : defaults) {
     // The text boxes read Text after the value, and the text is what the value reads back.
     if (name == "IDTMDataControl_Value" && fresh.hasMember("TextType")) continue;
+    // The check box and the date control refuse their design default: what reads back is
+    // the state that their child kept.
+    const std::string_view control = GetParam()->identity->name;
+    if (name == "IDTMDataControl_Value" &&
+        (control == "DTMDataCheckBox" || control == "DTMDateTimeControl")) {
+      continue;
+    }
     const Member* member = fresh.members().find(name);
     if (!member || !member->get) continue;
     EXPECT_TRUE(sameValue(member->get(fresh), value)) << name << ": " << describe(value);

@@ -299,4 +299,123 @@ std::optional<double> parseDateText(std::string_view text) {
   return days + (days < 0 ? -time : time);
 }
 
+DateTimeFields fieldsFromSerial(double days) {
+  checkDateRange(days);
+  const double whole = std::trunc(days);
+  int64_t seconds = std::llround(std::fabs(days - whole) * 86400.0);
+  int64_t day = static_cast<int64_t>(whole);
+  if (seconds >= 86400) {
+    seconds -= 86400;
+    day += days < 0 ? -1 : 1;
+  }
+  int64_t y = 0, m = 0, d = 0;
+  civilFromDays(day + kSerialEpoch, y, m, d);
+  return {static_cast<int32_t>(y),
+          static_cast<int32_t>(m),
+          static_cast<int32_t>(d),
+          static_cast<int32_t>(seconds / 3600),
+          static_cast<int32_t>(seconds / 60 % 60),
+          static_cast<int32_t>(seconds % 60)};
+}
+
+double serialFromFields(const DateTimeFields& f) {
+  const double day = serialFromCalendar(f.year, f.month, f.day);
+  const double time = (f.hour * 3600.0 + f.minute * 60.0 + f.second) / 86400.0;
+  // Below the epoch the time still counts forward from midnight, away from zero.
+  return day < 0 ? day - time : day + time;
+}
+
+namespace {
+
+const char* const kMonthNames[] = {"January",   "February", "March",    "April",
+                                   "May",       "June",     "July",     "August",
+                                   "September", "October",  "November", "December"};
+const char* const kDayNames[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                 "Thursday", "Friday", "Saturday"};
+
+std::string padded(int64_t value, size_t width) {
+  std::string digits = std::to_string(value);
+  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
+  return digits;
+}
+
+}  // namespace
+
+std::string formatPickerDate(DateSerial date, std::string_view format) {
+  if (format.empty()) return formatDate(date);
+  const DateTimeFields f = fieldsFromSerial(date.days);
+  // 1 January 1970 (serial 25569) was a Thursday.
+  const int64_t wholeDays = static_cast<int64_t>(serialFromCalendar(f.year, f.month, f.day));
+  const int64_t weekday = ((wholeDays - 25569 + 4) % 7 + 7) % 7;
+  std::string out;
+  for (size_t i = 0; i < format.size();) {
+    const char c = format[i];
+    if (c == '\'') {
+      size_t j = i + 1;
+      while (j < format.size()) {
+        if (format[j] == '\'') {
+          if (j + 1 < format.size() && format[j + 1] == '\'') {
+            out += '\'';
+            j += 2;
+            continue;
+          }
+          break;
+        }
+        out += format[j++];
+      }
+      i = j + 1;
+      continue;
+    }
+    size_t run = 1;
+    while (i + run < format.size() && format[i + run] == c) ++run;
+    const int64_t hour12 = f.hour % 12 == 0 ? 12 : f.hour % 12;
+    switch (c) {
+      case 'd':
+        if (run == 1 || run == 2)
+          out += padded(f.day, run);
+        else if (run == 3)
+          out += std::string(kDayNames[weekday]).substr(0, 3);
+        else
+          out += kDayNames[weekday];
+        break;
+      case 'M':
+        if (run <= 2)
+          out += padded(f.month, run);
+        else if (run == 3)
+          out += std::string(kMonthNames[f.month - 1]).substr(0, 3);
+        else
+          out += kMonthNames[f.month - 1];
+        break;
+      case 'y':
+        if (run == 1)
+          out += std::to_string(f.year % 10);
+        else if (run == 2)
+          out += padded(f.year % 100, 2);
+        else
+          out += padded(f.year, run > 4 ? 4 : run);
+        break;
+      case 'h':
+        out += padded(hour12, run > 2 ? 2 : run);
+        break;
+      case 'H':
+        out += padded(f.hour, run > 2 ? 2 : run);
+        break;
+      case 'm':
+        out += padded(f.minute, run > 2 ? 2 : run);
+        break;
+      case 's':
+        out += padded(f.second, run > 2 ? 2 : run);
+        break;
+      case 't':
+        out += run == 1 ? (f.hour < 12 ? "A" : "P") : (f.hour < 12 ? "AM" : "PM");
+        break;
+      default:
+        out.append(run, c);
+        break;
+    }
+    i += run;
+  }
+  return out;
+}
+
 }  // namespace tessaline

@@ -39,4 +39,22 @@ double serialFromCalendar(int32_t year, int32_t month, int32_t day);
 // The calendar day of a serial's day part (its whole days counted toward zero).
 CalendarDate calendarFromSerial(double days);
 
+// A date to the second, as a date picker shows it field by field.
+struct DateTimeFields {
+  int32_t year = 1899, month = 12, day = 30, hour = 0, minute = 0, second = 0;
+  bool operator==(const DateTimeFields&) const = default;
+};
+// The fields of a serial, its time rounded to the second. 6 outside the range of dates.
+DateTimeFields fieldsFromSerial(double days);
+// The serial of the fields; days, months and times beyond their range roll over.
+double serialFromFields(const DateTimeFields& fields);
+
+// A date written by the tokens of a date picker's custom format: d dd (day), ddd dddd (day
+// name), M MM (month), MMM MMMM (month name), y yy yyy yyyy (year), h hh (hour 1 to 12),
+// H HH (hour 0 to 23), m mm (minute), s ss (second), t tt (A or AM, P or PM), text between
+// single quotes as it stands ('' is one quote); every other character stands for itself. Names
+// are English. An empty format gives the general form of formatDate. 6 outside the range of
+// dates.
+std::string formatPickerDate(DateSerial date, std::string_view format);
+
 }  // namespace tessaline

@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
                  "host\n";
     tessaline::demo::playOneEdit(transcript);
     tessaline::demo::playTyping(transcript);
+    tessaline::demo::playCheckAndDate(transcript);
     tessaline::demo::playDialog(transcript, out);
     tessaline::demo::playCharts(transcript, out);
     tessaline::demo::playGauges(transcript, out);

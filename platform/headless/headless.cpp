@@ -575,6 +575,159 @@ void OptionButton::click() {
   userAction([&] { Value(true); });
 }
 
+// ---- CheckBox, DatePicker ----
+
+CheckBox::CheckBox(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget(owner, std::move(name), handle) {
+  caption_ = name_;
+  current().registerWindow(handle_, [this](int32_t& w, int32_t& h) {
+    w = width_ / 15;
+    h = height_ / 15;
+  });
+}
+
+CheckBox::~CheckBox() { unregister(handle_); }
+
+void CheckBox::Value(int16_t value) {
+  if (value < 0 || value > 2) throw VbError(err::InvalidPropertyValue);
+  if (value == value_) return;
+  value_ = value;
+  raise(events.Click);
+}
+
+void CheckBox::toggle() { Value(value_ == 1 ? int16_t{0} : int16_t{1}); }
+
+void CheckBox::press() {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    raise(events.MouseDown);
+  });
+}
+
+void CheckBox::release() {
+  if (!reachable()) return;
+  userAction([&] {
+    toggle();
+    raise(events.MouseUp);
+  });
+}
+
+void CheckBox::click() {
+  press();
+  release();
+}
+
+void CheckBox::pressSpace() {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    toggle();
+  });
+}
+
+void CheckBox::raiseGotFocus() { raise(events.GotFocus); }
+
+void CheckBox::raiseLostFocus() { raise(events.LostFocus); }
+
+DatePicker::DatePicker(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget(owner, std::move(name), handle) {
+  current().registerWindow(handle_, [this](int32_t& w, int32_t& h) {
+    w = width_ / 15;
+    h = height_ / 15;
+  });
+}
+
+DatePicker::~DatePicker() { unregister(handle_); }
+
+void DatePicker::Value(DateSerial value) {
+  if (!(value.days >= kMinDate && value.days <= kMaxDate)) {
+    throw VbError(err::InvalidPropertyValue);
+  }
+  value_ = value;
+}
+
+std::string DatePicker::Text() const { return formatPickerDate(value_, format_); }
+
+void DatePicker::click() {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    raise(events.Click);
+  });
+}
+
+void DatePicker::userDate(double days) {
+  if (!(days >= kMinDate && days <= kMaxDate) || days == value_.days) return;
+  value_ = DateSerial{days};
+  raise(events.Change);
+}
+
+void DatePicker::typeField(DateField field, int32_t number) {
+  if (!reachable()) return;
+  const std::string digits = std::to_string(number < 0 ? 0 : number);
+  userAction([&] { moveFocus(this); });
+  for (size_t i = 0; i < digits.size(); ++i) {
+    if (!reachable()) return;
+    userAction([&] {
+      int16_t code = static_cast<int16_t>(digits[i]), state = 0;
+      raise(events.KeyDown, code, state);
+      int16_t ascii = static_cast<int16_t>(digits[i]);
+      raise(events.KeyPress, ascii);
+      if (i + 1 == digits.size()) {
+        DateTimeFields f = fieldsFromSerial(value_.days);
+        const DateTimeFields before = f;
+        switch (field) {
+          case DateField::Year:
+            f.year = number;
+            break;
+          case DateField::Month:
+            f.month = number;
+            break;
+          case DateField::Day:
+            f.day = number;
+            break;
+          case DateField::Hour:
+            f.hour = number;
+            break;
+          case DateField::Minute:
+            f.minute = number;
+            break;
+          case DateField::Second:
+            f.second = number;
+            break;
+        }
+        const double days = serialFromFields(f);
+        // A field takes only what it can hold: the other fields must come back unchanged.
+        if (isDateInRange(days)) {
+          const DateTimeFields after = fieldsFromSerial(days);
+          const bool fits = after == f && (field == DateField::Year || after.year == before.year);
+          if (fits) userDate(days);
+        }
+      }
+      code = static_cast<int16_t>(digits[i]), state = 0;
+      raise(events.KeyUp, code, state);
+    });
+  }
+}
+
+void DatePicker::pickFromCalendar(int32_t year, int32_t month, int32_t day) {
+  if (!reachable()) return;
+  click();
+  userAction([&] {
+    DateTimeFields f = fieldsFromSerial(value_.days);
+    f.year = year;
+    f.month = month;
+    f.day = day;
+    const double days = serialFromFields(f);
+    if (isDateInRange(days) && fieldsFromSerial(days) == f) userDate(days);
+  });
+}
+
+void DatePicker::raiseGotFocus() { raise(events.GotFocus); }
+
+void DatePicker::raiseLostFocus() { raise(events.LostFocus); }
+
 ScrollBar::ScrollBar(UserControl& owner, std::string name, platform::WindowHandle handle,
                      bool horizontal)
     : Widget(owner, std::move(name), handle), horizontal_(horizontal) {}
@@ -761,6 +914,14 @@ std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& nam
   return std::make_unique<Timer>(name);
 }
 
+std::unique_ptr<platform::CheckBox> UserControl::createCheckBox(const std::string& name) {
+  return std::make_unique<CheckBox>(*this, name, nextHandle());
+}
+
+std::unique_ptr<platform::DatePicker> UserControl::createDatePicker(const std::string& name) {
+  return std::make_unique<DatePicker>(*this, name, nextHandle());
+}
+
 std::unique_ptr<platform::ListBox> UserControl::createListBox(const std::string& name) {
   return std::make_unique<ListBox>(*this, name, nextHandle());
 }
@@ -814,6 +975,8 @@ ComboBox& user(platform::ComboBox& combo) { return dynamic_cast<ComboBox&>(combo
 ListBox& user(platform::ListBox& list) { return dynamic_cast<ListBox&>(list); }
 OptionButton& user(platform::OptionButton& button) { return dynamic_cast<OptionButton&>(button); }
 ScrollBar& user(platform::ScrollBar& bar) { return dynamic_cast<ScrollBar&>(bar); }
+CheckBox& user(platform::CheckBox& box) { return dynamic_cast<CheckBox&>(box); }
+DatePicker& user(platform::DatePicker& picker) { return dynamic_cast<DatePicker&>(picker); }
 UserControl& user(platform::UserControl& window) { return dynamic_cast<UserControl&>(window); }
 
 }  // namespace tessaline::headless

@@ -455,6 +455,77 @@ class OptionButton : public Widget<platform::OptionButton> {
   Ref<Object> picture_;
 };
 
+class CheckBox : public Widget<platform::CheckBox>, public Focusable {
+ public:
+  CheckBox(UserControl& owner, std::string name, platform::WindowHandle handle);
+  ~CheckBox() override;
+  int16_t Value() const override { return value_; }
+  void Value(int16_t value) override;
+  std::string Caption() const override { return caption_; }
+  void Caption(const std::string& value) override { caption_ = value; }
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override { picture_ = picture; }
+
+  // The user's actions; nothing happens on a box that is invisible or disabled.
+  // A press and release of the mouse button over the box.
+  void click();
+  // Only the press, or only the release (the state changes at the release).
+  void press();
+  void release();
+  // The space key on the box: the state toggles without a mouse event.
+  void pressSpace();
+
+  UserControl& focusOwner() const override { return owner_; }
+  void raiseGotFocus() override;
+  void raiseLostFocus() override;
+
+ private:
+  void toggle();
+  int16_t value_ = 0;
+  std::string caption_;
+  Ref<Object> picture_;
+};
+
+// The fields of a date picker that a user types into.
+enum class DateField { Year, Month, Day, Hour, Minute, Second };
+
+class DatePicker : public Widget<platform::DatePicker>, public Focusable {
+ public:
+  DatePicker(UserControl& owner, std::string name, platform::WindowHandle handle);
+  ~DatePicker() override;
+  DateSerial Value() const override { return value_; }
+  void Value(DateSerial value) override;
+  std::string CustomFormat() const override { return format_; }
+  void CustomFormat(const std::string& value) override { format_ = value; }
+  platform::Color CalendarBackColor() const override { return calendarBackColor_; }
+  void CalendarBackColor(platform::Color value) override { calendarBackColor_ = value; }
+  DateSerial MinDate() const override { return DateSerial{kMinDate}; }
+  DateSerial MaxDate() const override { return DateSerial{kMaxDate}; }
+  std::string Text() const override;
+
+  // The user's actions; nothing happens on a picker that is invisible or disabled.
+  // A click on the picker: the focus comes here, then Click.
+  void click();
+  // The user selects a field and types its new number, digit by digit: each digit is a key
+  // (KeyDown, KeyPress, KeyUp), and with the last one the field takes the number and Change is
+  // raised before its KeyUp. A number that the field can't hold (month 13, day 31 in April,
+  // a date out of range) changes nothing.
+  void typeField(DateField field, int32_t number);
+  // The user opens the calendar (a click) and picks a day; the time of day stays.
+  void pickFromCalendar(int32_t year, int32_t month, int32_t day);
+
+  UserControl& focusOwner() const override { return owner_; }
+  void raiseGotFocus() override;
+  void raiseLostFocus() override;
+
+ private:
+  // Takes a date of the user's: refused outside the range, else set with Change.
+  void userDate(double days);
+  DateSerial value_{kDesignDate};
+  std::string format_ = kDesignFormat;
+  platform::Color calendarBackColor_ = platform::colors::kWindow;
+};
+
 class ScrollBar : public Widget<platform::ScrollBar> {
  public:
   ScrollBar(UserControl& owner, std::string name, platform::WindowHandle handle, bool horizontal);
@@ -538,6 +609,8 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::ScrollBar> createScrollBar(const std::string& name,
                                                        bool horizontal) override;
   std::unique_ptr<platform::Timer> createTimer(const std::string& name) override;
+  std::unique_ptr<platform::CheckBox> createCheckBox(const std::string& name) override;
+  std::unique_ptr<platform::DatePicker> createDatePicker(const std::string& name) override;
   platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
   void Controls_Remove(const std::string& name) override;
   platform::Widget* Controls(const std::string& name) override;
@@ -572,6 +645,8 @@ ComboBox& user(platform::ComboBox& combo);
 ListBox& user(platform::ListBox& list);
 OptionButton& user(platform::OptionButton& button);
 ScrollBar& user(platform::ScrollBar& bar);
+CheckBox& user(platform::CheckBox& box);
+DatePicker& user(platform::DatePicker& picker);
 UserControl& user(platform::UserControl& window);
 
 }  // namespace tessaline::headless

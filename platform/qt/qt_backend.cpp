@@ -569,6 +569,14 @@ std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& nam
   return std::make_unique<Timer>(name);
 }
 
+std::unique_ptr<platform::CheckBox> UserControl::createCheckBox(const std::string& name) {
+  return std::make_unique<CheckBox>(*this, name);
+}
+
+std::unique_ptr<platform::DatePicker> UserControl::createDatePicker(const std::string& name) {
+  return std::make_unique<DatePicker>(*this, name);
+}
+
 platform::Widget& UserControl::Controls_Add(const std::string& progId, const std::string& name) {
   const std::string key = toLowerAscii(name);
   if (added_.count(key)) {

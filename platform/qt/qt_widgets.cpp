@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "platform/picture.h"
+#include "values/dates.h"
 #include "values/text.h"
 
 namespace tessaline::qt {
@@ -330,6 +331,8 @@ template class Child<platform::ListBox, QListWidget>;
 template class Child<platform::ChartViewer, QWidget>;
 template class Child<platform::OptionButton, QToolButton>;
 template class Child<platform::ScrollBar, QScrollBar>;
+template class Child<platform::CheckBox, QCheckBox>;
+template class Child<platform::DatePicker, QDateTimeEdit>;
 
 // ---- TextBox ------------------------------------------------------------------------------
 
@@ -862,6 +865,219 @@ void ChartViewer::drag(int fromX, int fromY, int toX, int toY) {
 }  // namespace tessaline::qt
 
 namespace tessaline::qt {
+
+// ---- CheckBox, DatePicker ------------------------------------------------------------------
+
+CheckBox::CheckBox(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QCheckBox(qtText(name)), true) {
+  new Filter(widget_, [this](QEvent* event) {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonDblClick:
+        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton && reachable()) {
+          widget_->setFocus(Qt::MouseFocusReason);
+          userAction([&] {
+            if (events.MouseDown) events.MouseDown();
+          });
+        }
+        return true;
+      case QEvent::MouseButtonRelease: {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() == Qt::LeftButton && reachable() &&
+            widget_->rect().contains(mouse->position().toPoint())) {
+          userAction([&] {
+            toggle();
+            if (events.MouseUp) events.MouseUp();
+          });
+        }
+        return true;
+      }
+      case QEvent::KeyPress:
+        return static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space;
+      case QEvent::KeyRelease:
+        if (static_cast<QKeyEvent*>(event)->key() != Qt::Key_Space) return false;
+        if (!static_cast<QKeyEvent*>(event)->isAutoRepeat() && reachable()) {
+          userAction([&] { toggle(); });
+        }
+        return true;
+      default:
+        return false;
+    }
+  });
+}
+
+void CheckBox::Value(int16_t value) {
+  if (value < 0 || value > 2) throw VbError(err::InvalidPropertyValue);
+  if (value == value_) return;
+  value_ = value;
+  if (widget_) {
+    const QSignalBlocker blocker(widget_);
+    widget_->setTristate(value == 2);
+    widget_->setCheckState(value == 0   ? Qt::Unchecked
+                           : value == 1 ? Qt::Checked
+                                        : Qt::PartiallyChecked);
+  }
+  if (events.Click) events.Click();
+}
+
+void CheckBox::toggle() { Value(value_ == 1 ? int16_t{0} : int16_t{1}); }
+
+std::string CheckBox::Caption() const { return widget_ ? utf8(widget_->text()) : std::string(); }
+
+void CheckBox::Caption(const std::string& value) {
+  if (widget_) widget_->setText(qtText(value));
+}
+
+void CheckBox::Picture(const Ref<Object>& picture) {
+  picture_ = picture;
+  if (!widget_) return;
+  const QImage image = imageOf(picture);
+  widget_->setIcon(image.isNull() ? QIcon() : QIcon(QPixmap::fromImage(image)));
+}
+
+namespace {
+
+QDateTime qtMoment(double days) {
+  const DateTimeFields f = fieldsFromSerial(days);
+  return QDateTime(QDate(f.year, f.month, f.day), QTime(f.hour, f.minute, f.second));
+}
+
+double serialOf(const QDateTime& moment) {
+  const QDate date = moment.date();
+  const QTime time = moment.time();
+  return serialFromFields(
+      {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()});
+}
+
+// The picker's tokens as Qt's display format writes them: Qt has no one-letter year and shows
+// AM and PM as "AP"; "t" would be Qt's time zone.
+QString qtDisplayFormat(const std::string& format) {
+  if (format.empty()) return QStringLiteral("M/d/yyyy h:mm:ss AP");
+  QString out;
+  for (size_t i = 0; i < format.size();) {
+    const char c = format[i];
+    size_t run = 1;
+    while (i + run < format.size() && format[i + run] == c) ++run;
+    if (c == '\'') {
+      const size_t end = format.find('\'', i + 1);
+      const size_t stop = end == std::string::npos ? format.size() : end + 1;
+      out += qtText(format.substr(i, stop - i));
+      i = stop;
+      continue;
+    }
+    if (c == 't') {
+      out += QStringLiteral("AP");
+    } else if (c == 'y') {
+      out += run <= 2 ? QStringLiteral("yy") : QStringLiteral("yyyy");
+    } else {
+      out += QString(static_cast<int>(run), QChar(c));
+    }
+    i += run;
+  }
+  return out;
+}
+
+}  // namespace
+
+DatePicker::DatePicker(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QDateTimeEdit, true) {
+  widget_->setCalendarPopup(true);
+  widget_->setDateTimeRange(qtMoment(kMinDate), qtMoment(kMaxDate));
+  CustomFormat(format_);
+  show();
+  QObject::connect(widget_, &QDateTimeEdit::dateTimeChanged,
+                   [this](const QDateTime& moment) { changedByQt(moment); });
+  new Filter(widget_, [this](QEvent* event) { return onEvent(event); });
+  if (auto* line = widget_->findChild<QLineEdit*>()) {
+    new Filter(line, [this](QEvent* event) {
+      if (event->type() == QEvent::MouseButtonPress && reachable()) {
+        userAction([&] {
+          if (events.Click) events.Click();
+        });
+      }
+      return false;
+    });
+  }
+}
+
+bool DatePicker::onEvent(QEvent* event) {
+  if (!reachable()) return false;
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+      userAction([&] {
+        if (events.Click) events.Click();
+      });
+      return false;
+    case QEvent::KeyPress: {
+      auto* key = static_cast<QKeyEvent*>(event);
+      bool swallowed = false;
+      userAction([&] {
+        int16_t code = keyCodeOf(key->key()), state = shiftOf(key->modifiers());
+        if (events.KeyDown) events.KeyDown(code, state);
+        const QString text = key->text();
+        if (!text.isEmpty() && text.at(0).unicode() >= 32) {
+          int16_t ascii = static_cast<int16_t>(text.at(0).unicode());
+          if (events.KeyPress) events.KeyPress(ascii);
+          swallowed = ascii == 0;
+        }
+      });
+      return swallowed;
+    }
+    case QEvent::KeyRelease: {
+      auto* key = static_cast<QKeyEvent*>(event);
+      userAction([&] {
+        int16_t code = keyCodeOf(key->key()), state = shiftOf(key->modifiers());
+        if (events.KeyUp) events.KeyUp(code, state);
+      });
+      return false;
+    }
+    default:
+      return false;
+  }
+}
+
+void DatePicker::show() {
+  if (!widget_) return;
+  ownChange_ = true;
+  widget_->setDateTime(qtMoment(value_.days));
+  ownChange_ = false;
+}
+
+void DatePicker::changedByQt(const QDateTime& moment) {
+  if (ownChange_) return;
+  const double days = serialOf(moment);
+  if (days == value_.days) return;
+  value_ = DateSerial{days};
+  userAction([&] {
+    if (events.Change) events.Change();
+  });
+}
+
+void DatePicker::Value(DateSerial value) {
+  if (!(value.days >= kMinDate && value.days <= kMaxDate)) {
+    throw VbError(err::InvalidPropertyValue);
+  }
+  value_ = value;
+  show();
+}
+
+void DatePicker::CustomFormat(const std::string& value) {
+  format_ = value;
+  if (!widget_) return;
+  ownChange_ = true;
+  widget_->setDisplayFormat(qtDisplayFormat(value));
+  ownChange_ = false;
+}
+
+void DatePicker::CalendarBackColor(platform::Color value) {
+  calendarBackColor_ = value;
+  if (!widget_ || !widget_->calendarWidget()) return;
+  QPalette palette = widget_->calendarWidget()->palette();
+  palette.setColor(QPalette::Base, qtColor(value));
+  widget_->calendarWidget()->setPalette(palette);
+}
+
+std::string DatePicker::Text() const { return formatPickerDate(value_, format_); }
 
 // ---- OptionButton, ScrollBar, Timer -------------------------------------------------------
 

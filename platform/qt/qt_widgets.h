@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QCalendarWidget>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QFrame>
 #include <QImage>
 #include <QLabel>
@@ -287,6 +290,49 @@ class OptionButton : public Child<platform::OptionButton, QToolButton> {
   Ref<Object> picture_;
 };
 
+// The check box on a QCheckBox whose mouse and space key this class handles itself, so that
+// the state changes, Click and MouseUp come in the classic order and grayed goes to checked.
+class CheckBox : public Child<platform::CheckBox, QCheckBox> {
+ public:
+  CheckBox(UserControl& owner, const std::string& name);
+  int16_t Value() const override { return value_; }
+  void Value(int16_t value) override;
+  std::string Caption() const override;
+  void Caption(const std::string& value) override;
+  Ref<Object> Picture() const override { return picture_; }
+  void Picture(const Ref<Object>& picture) override;
+
+ private:
+  void toggle();
+  int16_t value_ = 0;
+  Ref<Object> picture_;
+};
+
+// The date and time picker on a QDateTimeEdit with a calendar popup. The date is kept here to
+// the fraction of a second; the Qt widget shows it, and only its user's changes raise Change.
+class DatePicker : public Child<platform::DatePicker, QDateTimeEdit> {
+ public:
+  DatePicker(UserControl& owner, const std::string& name);
+  DateSerial Value() const override { return value_; }
+  void Value(DateSerial value) override;
+  std::string CustomFormat() const override { return format_; }
+  void CustomFormat(const std::string& value) override;
+  platform::Color CalendarBackColor() const override { return calendarBackColor_; }
+  void CalendarBackColor(platform::Color value) override;
+  DateSerial MinDate() const override { return DateSerial{kMinDate}; }
+  DateSerial MaxDate() const override { return DateSerial{kMaxDate}; }
+  std::string Text() const override;
+
+ private:
+  void show();
+  void changedByQt(const QDateTime& moment);
+  bool onEvent(QEvent* event);
+  DateSerial value_{kDesignDate};
+  std::string format_ = kDesignFormat;
+  platform::Color calendarBackColor_ = platform::colors::kWindow;
+  bool ownChange_ = false;
+};
+
 class ScrollBar : public Child<platform::ScrollBar, QScrollBar> {
  public:
   ScrollBar(UserControl& owner, const std::string& name, bool horizontal);
@@ -360,6 +406,8 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::ScrollBar> createScrollBar(const std::string& name,
                                                        bool horizontal) override;
   std::unique_ptr<platform::Timer> createTimer(const std::string& name) override;
+  std::unique_ptr<platform::CheckBox> createCheckBox(const std::string& name) override;
+  std::unique_ptr<platform::DatePicker> createDatePicker(const std::string& name) override;
   platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
   void Controls_Remove(const std::string& name) override;
   platform::Widget* Controls(const std::string& name) override;
