@@ -32,6 +32,7 @@ int main(int argc, char** argv) {
     tessaline::demo::playCharts(transcript, out);
     tessaline::demo::playGauges(transcript, out);
     tessaline::demo::playTrends(transcript, out);
+    tessaline::demo::playMultiTrendAndWaveForm(transcript, out);
     std::cout << "\ndone\n";
     return 0;
   } catch (const std::exception& e) {

@@ -25,6 +25,7 @@ void playGauges(Transcript& t, const std::filesystem::path& out);
 // The two single-item trends fed by a simulated device for an hour on a fast clock; their
 // pictures at several moments are written into `out`.
 void playTrends(Transcript& t, const std::filesystem::path& out);
+void playMultiTrendAndWaveForm(Transcript& t, const std::filesystem::path& out);
 // A check box toggled with the mouse and a date picked from the calendar and typed into a field,
 // each marked, read and cleared by the host, and a bad device value that changes nothing.
 void playCheckAndDate(Transcript& t);

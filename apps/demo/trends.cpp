@@ -10,6 +10,8 @@
 #include "platform/xml/pugi_dom.h"
 #include "trends/data_trend.h"
 #include "trends/dynamic_trend.h"
+#include "trends/multi_trend.h"
+#include "trends/waveform.h"
 
 namespace tessaline::demo {
 
@@ -106,6 +108,77 @@ void playTrends(Transcript& t, const std::filesystem::path& out) {
   t.note("viewport top " + Variant(fast->ChartViewer1().ViewPortTop()).toText() + ", height " +
          Variant(fast->ChartViewer1().ViewPortHeight()).toText());
   writePicture(t, fast->ChartViewer1(), out / "DTMDynamicTrendControl-zoomed-in.png");
+  for (const std::string& line : host->errorLines()) t.note("error line: " + line);
+  SetSharedHost(nullptr);
+}
+
+void playMultiTrendAndWaveForm(Transcript& t, const std::filesystem::path& out) {
+  headless::install(".");
+  auto host = std::make_shared<host::ReferenceHost>();
+  headless::current().clock().set({2026, 11, 23, 8, 0, 0});
+  t.title("A flow with its bands over an hour, and a vibration wave form");
+  auto multi = DTMMultiTrendControl::create();
+  multi->IDTMControl_Init(host);
+  multi->IDtmControl_Name("FT1_trend");
+  multi->IDtmTrendControl_TrendDataDef(xml::parseElement(
+      R"(<trend lowerRange="FT1_Low" upperRange="FT1_High" isLegend="true">)"
+      R"(<trendSource color="1F4E9A" label="Flow" itemName="FT1"/>)"
+      R"(<rangeSource color="7F7F7F" label="Range" itemNameHi="FT1_RH" itemNameLow="FT1_RL"/>)"
+      R"(<limitSource color="E08A00" label="Limits" itemNameHi="FT1_LH" itemNameLow="FT1_LL"/>)"
+      R"(<alertSource color="D02020" label="Alerts" itemNameHi="FT1_AH" itemNameLow="FT1_AL"/>)"
+      R"(</trend>)"));
+  multi->IDtmTrendControl_XLabel("Outlet flow, last hour");
+  multi->IDtmTrendControl_YLabel("m3/h");
+  multi->IDtmDataSubscriptionControl_SubscriptionItems();
+  multi->IDtmDataSubscriptionControl_UpdateSubscriptionValues("FT1_Low", Variant(0));
+  multi->IDtmDataSubscriptionControl_UpdateSubscriptionValues("FT1_High", Variant(120));
+  t.host("reads the trend definition and sends the six band values, then the flow, every 5 s");
+  for (int second = 5; second <= 3600; second += 5) {
+    headless::current().clock().advance(5);
+    multi->IDtmTrendControl_RangeHighValue(Variant(110));
+    multi->IDtmTrendControl_RangeLowValue(Variant(10));
+    multi->IDtmTrendControl_LimitHighValue(Variant(95));
+    multi->IDtmTrendControl_LimitLowValue(Variant(25));
+    multi->IDtmTrendControl_AlertHighValue(Variant(second < 1800 ? 85 : 88));
+    multi->IDtmTrendControl_AlertLowValue(Variant(35));
+    const double flow = 60 + 22 * std::sin(second / 500.0) + 3 * std::sin(second * 0.9);
+    multi->IDtmTrendControl_ItemValue(Variant(std::round(flow * 10) / 10));
+  }
+  writePicture(t, multi->MultiChartViewer(), out / "DTMMultiTrendControl-hour.png");
+
+  auto wave = DTMWaveFormControl::create();
+  wave->IDTMControl_Init(host);
+  wave->IDtmControl_Name("VT1_wave");
+  wave->IDtmWaveFormControl_TrendDataDef(xml::parseElement(
+      R"(<wave lowerRange="VT1_Low" upperRange="VT1_High" lineColor="1F4E9A" isLegend="false"/>)"));
+  wave->IDtmWaveFormControl_title("Bearing vibration");
+  wave->IDtmWaveFormControl_XLabel("ms");
+  wave->IDtmWaveFormControl_YLabel("mm/s");
+  wave->IDtmWaveFormControl_SetXLowerValue(Variant(0));
+  wave->IDtmWaveFormControl_SetXUpperValue(Variant(200));
+  VariantArray xs, ys;
+  for (int i = 0; i < 100000; ++i) {
+    const double ms = i * 0.002;
+    xs.items.emplace_back(ms);
+    ys.items.emplace_back(4 * std::sin(ms * 0.31) + 1.5 * std::sin(ms * 2.9) +
+                          0.6 * std::sin(ms * 37.0) * std::exp(-std::fmod(ms, 50.0) / 12));
+  }
+  t.host("hands over a recorded wave form of 100,000 points and draws it");
+  wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
+  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
+  wave->IDtmWaveFormControl_DrawChart();
+  writePicture(t, wave->ChartViewer1(), out / "DTMWaveFormControl-all.png");
+  t.user("arms zoom in and clicks the chart twice near the first peak");
+  headless::user(wave->frame().zoomIn()).click();
+  wave->IDtmWaveFormControl_DrawChart();
+  headless::user(wave->ChartViewer1()).click(150, 150);
+  headless::user(wave->ChartViewer1()).click(150, 150);
+  writePicture(t, wave->ChartViewer1(), out / "DTMWaveFormControl-zoomed-in.png");
+  t.user("arms zoom out and clicks until the whole range shows again");
+  headless::user(wave->frame().ZoomOut()).click();
+  for (int i = 0; i < 3; ++i) headless::user(wave->ChartViewer1()).click(150, 150);
+  t.note("mouse usage after zooming out all the way: " +
+         std::to_string(wave->ChartViewer1().MouseUsage()));
   for (const std::string& line : host->errorLines()) t.note("error line: " + line);
   SetSharedHost(nullptr);
 }

@@ -125,7 +125,9 @@ std::string formatField(std::string_view field, double value) {
     const int digits =
         clampDigits(std::strtol(std::string(field.substr(0, end)).c_str(), nullptr, 10));
     std::string_view separators = field.substr(end);
-    const std::string fixed = printfNumber("%.*f", digits, value);
+    std::string fixed = printfNumber("%.*f", digits, value);
+    // A value that rounds to zero shows no sign.
+    if (fixed[0] == '-' && fixed.find_first_not_of("0.", 1) == std::string::npos) fixed.erase(0, 1);
     if (separators.empty()) return fixed;
     return localize(fixed, separators.substr(0, 1),
                     separators.size() > 1 ? separators.substr(1, 1) : ".");

@@ -48,6 +48,13 @@ std::string defaultFormat(const AxisState& axis) {
     return std::abs(axis.settled.upper - axis.settled.lower) < 2 * 86400 ? "{value|hh:nn:ss}"
                                                                          : "{value|mmm dd}";
   }
+  // Numbers as fine as the ticks go, so that a scale with an odd step (a tenth of a device
+  // value) reads "5.8", "6.4" and not fifteen digits.
+  const double step = std::abs(axis.settled.major);
+  if (step > 0 && std::isfinite(step)) {
+    const double decimals = std::clamp(std::ceil(-std::log10(step) - 1e-9), 0.0, 10.0);
+    return "{value|" + std::to_string(static_cast<int>(decimals)) + "}";
+  }
   return "{value}";
 }
 
