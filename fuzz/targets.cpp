@@ -76,7 +76,10 @@ void definitions(const uint8_t* data, size_t size) {
   auto host = std::make_shared<host::ReferenceHost>();
   host->evaluate = [](const std::string& expression) { return expression.size() % 2 == 0; };
   const Ref<Object> control = CreateObject(progId);
-  queryInterface<IDtmControl>(control)->IDTMControl_Init(host);
+  // The navigation has its own start and its own fuzz target.
+  const Ref<IDtmControl> frame = queryInterface<IDtmControl>(control);
+  if (!frame) return;
+  frame->IDTMControl_Init(host);
   try {
     auto dataControl = queryInterface<IDTMDataControl>(control);
     auto enumeration = queryInterface<IDTMEnumeration>(control);

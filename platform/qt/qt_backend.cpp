@@ -569,6 +569,19 @@ std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& nam
   return std::make_unique<Timer>(name);
 }
 
+std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(
+    const std::string& name) {
+  return std::make_unique<CommandButton>(*this, name);
+}
+
+std::unique_ptr<platform::TreeView> UserControl::createTreeView(const std::string& name) {
+  return std::make_unique<TreeView>(*this, name);
+}
+
+std::unique_ptr<platform::ShortcutBar> UserControl::createShortcutBar(const std::string& name) {
+  return std::make_unique<ShortcutBar>(*this, name);
+}
+
 platform::Widget& UserControl::Controls_Add(const std::string& progId, const std::string& name) {
   const std::string key = toLowerAscii(name);
   if (added_.count(key)) {

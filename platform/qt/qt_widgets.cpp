@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -330,6 +331,9 @@ template class Child<platform::ListBox, QListWidget>;
 template class Child<platform::ChartViewer, QWidget>;
 template class Child<platform::OptionButton, QToolButton>;
 template class Child<platform::ScrollBar, QScrollBar>;
+template class Child<platform::CommandButton, QPushButton>;
+template class Child<platform::TreeView, QTreeWidget>;
+template class Child<platform::ShortcutBar, QToolBox>;
 
 // ---- TextBox ------------------------------------------------------------------------------
 
@@ -973,6 +977,190 @@ void Timer::Enabled(bool value) {
 void Timer::restart() {
   timer_.stop();
   if (enabled_ && interval_ > 0) timer_.start(interval_);
+}
+
+// ---- CommandButton, TreeView, ShortcutBar -------------------------------------------------
+
+CommandButton::CommandButton(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QPushButton, true) {
+  QObject::connect(widget_, &QPushButton::clicked, [this] {
+    if (!reachable()) return;
+    userAction([&] {
+      if (events.Click) events.Click();
+    });
+  });
+}
+
+void CommandButton::Caption(const std::string& value) {
+  caption_ = value;
+  if (widget_) widget_->setText(qtText(value));
+}
+
+TreeView::TreeView(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QTreeWidget, true) {
+  widget_->setHeaderHidden(true);
+  widget_->setColumnCount(1);
+  widget_->hide();
+  QObject::connect(widget_, &QTreeWidget::itemClicked, [this](QTreeWidgetItem* item, int) {
+    if (!reachable() || !item) return;
+    const int32_t node = item->data(0, Qt::UserRole).toInt();
+    userAction([&] {
+      SelectNode(node);
+      if (events.NodeClick) events.NodeClick(node);
+    });
+  });
+}
+
+// Children before their parents: each item is a leaf when it goes.
+TreeView::~TreeView() {
+  for (auto node = nodes_.rbegin(); node != nodes_.rend(); ++node) delete node->item;
+}
+
+TreeView::Node& TreeView::at(int32_t node) {
+  if (node < 1 || node > NodeCount()) throw VbError(err::IndexOutOfBounds);
+  return nodes_[static_cast<size_t>(node - 1)];
+}
+
+const TreeView::Node& TreeView::at(int32_t node) const {
+  if (node < 1 || node > NodeCount()) throw VbError(err::IndexOutOfBounds);
+  return nodes_[static_cast<size_t>(node - 1)];
+}
+
+void TreeView::Visible(bool value) {
+  visible_ = value;
+  if (widget_) widget_->setVisible(value && attached_);
+}
+
+void TreeView::attached() {
+  attached_ = true;
+  if (widget_) widget_->setVisible(visible_);
+}
+
+int32_t TreeView::AddNode(int32_t parent, const std::string& key, const std::string& text) {
+  QTreeWidgetItem* parentItem = parent != 0 ? at(parent).item : nullptr;
+  if (keys_.count(key)) throw VbError(err::KeyNotUnique);
+  auto* item = parentItem ? new QTreeWidgetItem(parentItem) : new QTreeWidgetItem(widget_.data());
+  item->setText(0, qtText(text));
+  nodes_.push_back({parent, key, Variant(), item});
+  const int32_t node = NodeCount();
+  item->setData(0, Qt::UserRole, node);
+  keys_[key] = node;
+  return node;
+}
+
+std::string TreeView::NodeText(int32_t node) const { return utf8(at(node).item->text(0)); }
+
+bool TreeView::NodeExpanded(int32_t node) const { return at(node).item->isExpanded(); }
+
+void TreeView::NodeExpanded(int32_t node, bool value) { at(node).item->setExpanded(value); }
+
+void TreeView::SelectNode(int32_t node) {
+  QTreeWidgetItem* item = node != 0 ? at(node).item : nullptr;
+  selected_ = node;
+  if (!widget_) return;
+  const QSignalBlocker blocker(widget_);
+  widget_->setCurrentItem(item);
+}
+
+// Indentation counts in twips; Qt's in pixels.
+void TreeView::Indentation(int32_t value) {
+  indentation_ = value;
+  if (widget_) widget_->setIndentation(std::max(pixelsOf(value), 12));
+}
+
+void TreeView::LineStyle(int32_t value) {
+  lineStyle_ = value;
+  if (widget_) widget_->setRootIsDecorated(true);
+}
+
+void TreeView::Move(int32_t left, int32_t top, int32_t width, int32_t height) {
+  left_ = left;
+  top_ = top;
+  width_ = width;
+  height_ = height;
+  if (!attached_) place();
+}
+
+ShortcutBar::ShortcutBar(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QToolBox, true) {
+  QObject::connect(widget_, &QToolBox::currentChanged, [this](int index) {
+    if (index < 0 || !reachable()) return;
+    const int32_t bar = index + 1;
+    userAction([&] {
+      selectedBar_ = bar;
+      if (events.BarClick) events.BarClick(bar);
+    });
+  });
+}
+
+ShortcutBar::Bar& ShortcutBar::at(int32_t bar) {
+  if (bar < 1 || bar > BarCount()) throw VbError(err::IndexOutOfBounds);
+  return bars_[static_cast<size_t>(bar - 1)];
+}
+
+const ShortcutBar::Bar& ShortcutBar::at(int32_t bar) const {
+  if (bar < 1 || bar > BarCount()) throw VbError(err::IndexOutOfBounds);
+  return bars_[static_cast<size_t>(bar - 1)];
+}
+
+int32_t ShortcutBar::AddBar(const std::string& key, const std::string& caption,
+                            const std::string& iconKey) {
+  for (const Bar& bar : bars_) {
+    if (bar.key == key) throw VbError(err::KeyNotUnique);
+  }
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  const auto icon = icons_.find(iconKey);
+  {
+    const QSignalBlocker blocker(widget_);
+    widget_->addItem(page, icon == icons_.end() ? QIcon() : icon->second, qtText(caption));
+  }
+  bars_.push_back({key, caption, iconKey, nullptr, page, false});
+  if (selectedBar_ == 0) selectedBar_ = BarCount();
+  return BarCount();
+}
+
+void ShortcutBar::BarControl(int32_t bar, platform::Widget* content) {
+  Bar& target = at(bar);
+  target.content = content;
+  if (auto* tree = dynamic_cast<TreeView*>(content); tree && tree->widget()) {
+    target.page->layout()->addWidget(tree->widget());
+    tree->attached();
+  }
+}
+
+void ShortcutBar::BarSelected(int32_t bar, bool value) {
+  if (value) {
+    for (Bar& other : bars_) other.selected = false;
+  }
+  at(bar).selected = value;
+}
+
+void ShortcutBar::SelectedBar(int32_t bar) {
+  at(bar);
+  selectedBar_ = bar;
+  const QSignalBlocker blocker(widget_);
+  widget_->setCurrentIndex(bar - 1);
+}
+
+void ShortcutBar::Redraw(bool value) {
+  redraw_ = value;
+  widget_->setUpdatesEnabled(value);
+  if (value) widget_->update();
+}
+
+// Read through the picture service, so that the formats are those of every other picture.
+bool ShortcutBar::LoadIconImageFromFile(const std::string& path, const std::string& key) {
+  try {
+    const Ref<platform::Picture> picture = platform::LoadPicture(path);
+    const QImage image = imageOf(picture);
+    if (image.isNull()) return false;
+    icons_[key] = QIcon(QPixmap::fromImage(image));
+    return true;
+  } catch (const VbError&) {
+    return false;
+  }
 }
 
 }  // namespace tessaline::qt
