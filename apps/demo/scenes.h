@@ -25,5 +25,8 @@ void playGauges(Transcript& t, const std::filesystem::path& out);
 // The two single-item trends fed by a simulated device for an hour on a fast clock; their
 // pictures at several moments are written into `out`.
 void playTrends(Transcript& t, const std::filesystem::path& out);
+// A navigation menu driving dialogs: the user clicks entries and bars, the host receives
+// LoadDialog and opens the named dialog, whose launch button the user clicks.
+void playNavigation(Transcript& t);
 
 }  // namespace tessaline::demo

@@ -3,6 +3,7 @@
 #include <QDockWidget>
 #include <QLabel>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
@@ -24,6 +25,29 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, const std::vector<std::
   for (const FormEntry& form : session_->package().forms) forms_->addItem(text(form.title));
   auto* navigation = new QDockWidget("Dialogs", this);
   navigation->setWidget(forms_);
+  // A package with a menu gets the navigation control in place of the list: a chosen entry
+  // names the form to show.
+  if (session_->package().navigation) {
+    navigation_ = DtmNavigation::create();
+    navigation_->window().Width(3300);
+    navigation_->window().Height(9000);
+    navigation_->events.LoadDialog = [this](const std::string& key) {
+      if (auto index = session_->formNamed(key)) {
+        QTimer::singleShot(0, this, [this, index] { showForm(*index); });
+      } else {
+        report({"the menu names no form " + key});
+      }
+    };
+    const auto host =
+        std::dynamic_pointer_cast<host::ReferenceHost>(session_->host().shared_from_this());
+    navigation_->IDtmNavigation_Init(host, host);
+    navigation_->IDtmNavigation_Load(session_->package().navigation);
+    if (QWidget* menu = qt::widgetOf(navigation_->window())) {
+      menu->setMinimumSize(qt::pixelsOf(3300), qt::pixelsOf(6000));
+      navigation->setWidget(menu);
+      forms_->hide();
+    }
+  }
   navigation->setFeatures(QDockWidget::NoDockWidgetFeatures);
   addDockWidget(Qt::LeftDockWidgetArea, navigation);
 
@@ -49,7 +73,10 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, const std::vector<std::
   clock_ = new QLabel;
   statusBar()->addPermanentWidget(clock_);
 
-  session_->host().onCall = [this](const host::HostCall& call) { logCall(call.text()); };
+  session_->host().onCall = [this](const host::HostCall& call) {
+    logCall(call.text());
+    answer(call);
+  };
   report(problems);
   connect(forms_, &QListWidget::currentRowChanged, [this](int row) {
     if (row >= 0) showForm(static_cast<size_t>(row));
@@ -64,6 +91,8 @@ MainWindow::~MainWindow() {
   timer_.stop();
   session_->host().onCall = nullptr;
   // The controls go before the widgets that hold them.
+  if (navigation_) navigation_->IDtmNavigation_Uninitialize();
+  navigation_.reset();
   session_.reset();
 }
 
@@ -83,6 +112,10 @@ void MainWindow::showForm(size_t index) {
     }
   }
   area_->setWidget(surface_);
+  // The menu agrees with the form on show, without choosing anything.
+  if (navigation_ && index < session_->package().forms.size()) {
+    navigation_->IDtmNavigation_ActivateMenu(session_->package().forms[index].name);
+  }
   if (forms_->currentRow() != static_cast<int>(index)) {
     const QSignalBlocker blocker(forms_);
     forms_->setCurrentRow(static_cast<int>(index));
@@ -113,6 +146,21 @@ void MainWindow::logCall(const std::string& line) {
   calls_->addItem(text(line));
   while (calls_->count() > kKeptCalls) delete calls_->takeItem(0);
   calls_->scrollToBottom();
+}
+
+void MainWindow::answer(const host::HostCall& call) {
+  const auto reply = session_->answerTo(call);
+  if (!reply) return;
+  QTimer::singleShot(0, this, [this, reply = *reply] {
+    if (reply.form) {
+      showForm(*reply.form);
+      return;
+    }
+    auto* box = new QMessageBox(QMessageBox::Information, "Device", text(reply.message),
+                                QMessageBox::Ok, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+  });
 }
 
 }  // namespace tessaline::studio

@@ -1,5 +1,6 @@
 #include "platform/qt/qt_widgets.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QKeyEvent>
@@ -1082,16 +1083,7 @@ void TreeView::Move(int32_t left, int32_t top, int32_t width, int32_t height) {
 }
 
 ShortcutBar::ShortcutBar(UserControl& owner, const std::string& name)
-    : Child(owner, name, new QToolBox, true) {
-  QObject::connect(widget_, &QToolBox::currentChanged, [this](int index) {
-    if (index < 0 || !reachable()) return;
-    const int32_t bar = index + 1;
-    userAction([&] {
-      selectedBar_ = bar;
-      if (events.BarClick) events.BarClick(bar);
-    });
-  });
-}
+    : Child(owner, name, new QToolBox, true) {}
 
 ShortcutBar::Bar& ShortcutBar::at(int32_t bar) {
   if (bar < 1 || bar > BarCount()) throw VbError(err::IndexOutOfBounds);
@@ -1117,8 +1109,21 @@ int32_t ShortcutBar::AddBar(const std::string& key, const std::string& caption,
     widget_->addItem(page, icon == icons_.end() ? QIcon() : icon->second, qtText(caption));
   }
   bars_.push_back({key, caption, iconKey, nullptr, page, false});
-  if (selectedBar_ == 0) selectedBar_ = BarCount();
-  return BarCount();
+  const int32_t bar = BarCount();
+  // The caption is a button of the tool box, made by addItem: a click on it raises BarClick
+  // after the tool box opened the page, also when the page was open already.
+  const QList<QAbstractButton*> buttons = widget_->findChildren<QAbstractButton*>(
+      QStringLiteral("qt_toolbox_toolboxbutton"), Qt::FindDirectChildrenOnly);
+  if (!buttons.isEmpty()) {
+    QObject::connect(buttons.back(), &QAbstractButton::clicked, [this, bar] {
+      if (!reachable()) return;
+      userAction([&] {
+        selectedBar_ = bar;
+        if (events.BarClick) events.BarClick(bar);
+      });
+    });
+  }
+  return bar;
 }
 
 void ShortcutBar::BarControl(int32_t bar, platform::Widget* content) {
