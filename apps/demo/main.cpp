@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
     tessaline::demo::playCharts(transcript, out);
     tessaline::demo::playGauges(transcript, out);
     tessaline::demo::playTrends(transcript, out);
-    tessaline::demo::playNavigation(transcript);
+    tessaline::demo::playNavigation(transcript, out);
     std::cout << "\ndone\n";
     return 0;
   } catch (const std::exception& e) {

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
 
@@ -6,6 +7,7 @@
 #include "apps/demo/scenes.h"
 #include "host/reference_host.h"
 #include "navigation/navigation.h"
+#include "platform/chart/codecs.h"
 #include "platform/headless/headless.h"
 #include "platform/xml/pugi_dom.h"
 
@@ -32,9 +34,18 @@ struct HostDialog {
   int32_t function;
 };
 
+// A bar's picture: a square of one colour, written as a PNG file.
+void writeIcon(const std::filesystem::path& path, uint32_t argb) {
+  platform::PixelImage image{16, 16, std::vector<uint32_t>(256, argb)};
+  const auto bytes = chart::encodePng(image);
+  std::ofstream(path, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+}
+
 }  // namespace
 
-void playNavigation(Transcript& t) {
+void playNavigation(Transcript& t, const std::filesystem::path& out) {
   headless::install(".");
   auto host = std::make_shared<host::ReferenceHost>();
   host->translations = {{"Nav_Setup", "Setup"},       {"Nav_Basic", "Basic settings"},
@@ -44,7 +55,11 @@ void playNavigation(Transcript& t) {
   host->evaluate = [](const std::string& expression) {
     return expression != "UserRole == 'Service'";
   };
-  host->baseFolder = (std::filesystem::temp_directory_path() / "tessaline-demo-device").string();
+  // The device's folder: its pictures in images/, of which diag.png is missing.
+  host->baseFolder = std::filesystem::absolute(out).string();
+  std::filesystem::create_directories(out / "images");
+  writeIcon(out / "images" / "setup.png", 0xFF2060C0u);
+  std::filesystem::remove(out / "images" / "diag.png");
   const std::map<std::string, HostDialog> dialogs = {
       {"FlowSettings", {"Flow settings", "Btn_Zero", 12}},
       {"DeviceStatus", {"Device status", "Btn_Log", 30}},
@@ -85,6 +100,7 @@ void playNavigation(Transcript& t) {
     }
   }
   t.note("the service entry is missing: the host's condition said no");
+  t.note("diag.png is missing: one log line, and the bar comes without its picture");
 
   t.listen(*host);
   auto& setup = headless::user(*nav->TreeViews(1));

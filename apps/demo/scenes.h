@@ -26,7 +26,8 @@ void playGauges(Transcript& t, const std::filesystem::path& out);
 // pictures at several moments are written into `out`.
 void playTrends(Transcript& t, const std::filesystem::path& out);
 // A navigation menu driving dialogs: the user clicks entries and bars, the host receives
-// LoadDialog and opens the named dialog, whose launch button the user clicks.
-void playNavigation(Transcript& t);
+// LoadDialog and opens the named dialog, whose launch button the user clicks. The bars'
+// pictures are written into `out`/images.
+void playNavigation(Transcript& t, const std::filesystem::path& out);
 
 }  // namespace tessaline::demo

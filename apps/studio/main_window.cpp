@@ -1,6 +1,7 @@
 #include "apps/studio/main_window.h"
 
 #include <QDockWidget>
+#include <QEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
@@ -8,12 +9,33 @@
 #include <QStatusBar>
 #include <QToolBar>
 
+#include <functional>
+
 #include "platform/qt/qt_backend.h"
 
 namespace tessaline::studio {
 
 namespace {
 constexpr int kKeptCalls = 500;
+
+// Tells a size in pixels each time the watched widget changes its size.
+class SizeWatcher : public QObject {
+ public:
+  SizeWatcher(QWidget* watched, std::function<void(int, int)> resized)
+      : QObject(watched), resized_(std::move(resized)) {
+    watched->installEventFilter(this);
+  }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Resize) {
+      const auto* widget = static_cast<QWidget*>(watched);
+      resized_(widget->width(), widget->height());
+    }
+    return false;
+  }
+
+ private:
+  std::function<void(int, int)> resized_;
+};
 QString text(const std::string& s) { return QString::fromStdString(s); }
 }  // namespace
 
@@ -43,8 +65,18 @@ MainWindow::MainWindow(std::unique_ptr<Session> session, const std::vector<std::
     navigation_->IDtmNavigation_Init(host, host);
     navigation_->IDtmNavigation_Load(session_->package().navigation);
     if (QWidget* menu = qt::widgetOf(navigation_->window())) {
-      menu->setMinimumSize(qt::pixelsOf(3300), qt::pixelsOf(6000));
-      navigation->setWidget(menu);
+      // The control has the room of the dock, in twips (15 to a pixel), so that every bar's
+      // caption stays in sight.
+      auto* holder = new QWidget;
+      holder->setMinimumSize(qt::pixelsOf(3300), qt::pixelsOf(3000));
+      menu->setParent(holder);
+      menu->show();
+      new SizeWatcher(holder, [this](int width, int height) {
+        if (!navigation_) return;
+        navigation_->window().Width(width * 15);
+        navigation_->window().Height(height * 15);
+      });
+      navigation->setWidget(holder);
       forms_->hide();
     }
   }

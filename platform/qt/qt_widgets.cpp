@@ -1159,7 +1159,8 @@ void ShortcutBar::Redraw(bool value) {
 bool ShortcutBar::LoadIconImageFromFile(const std::string& path, const std::string& key) {
   try {
     const Ref<platform::Picture> picture = platform::LoadPicture(path);
-    const QImage image = imageOf(picture);
+    // A deep copy: the picture's pixels go with the picture, and the icon outlives it.
+    const QImage image = imageOf(picture).copy();
     if (image.isNull()) return false;
     icons_[key] = QIcon(QPixmap::fromImage(image));
     return true;
