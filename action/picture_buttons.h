@@ -34,9 +34,7 @@ class DTMDataPictureButton : public PictureButtonControl {
 
   void makeEntries(int32_t children) override { entries_.redim(children); }
   void readEntry(const Ref<platform::XmlNode>& child, int32_t index) override;
-  int32_t usedEntries() const override {
-    return entries_.hasBounds() ? entries_.upperBound() : -1;
-  }
+  int32_t usedEntries() const override { return entries_.hasBounds() ? entries_.upperBound() : -1; }
   const EnumData& entryAt(int32_t index) const override { return entries_[index]; }
   // A number that isn't one fails after the picture changed.
   void takeFunctionOf(int32_t index) override;
@@ -75,9 +73,7 @@ class DTMDataPictureFnButton : public PictureButtonControl {
 
   void makeEntries(int32_t children) override { entries_.redim(children); }
   void readEntry(const Ref<platform::XmlNode>& child, int32_t index) override;
-  int32_t usedEntries() const override {
-    return entries_.hasBounds() ? entries_.upperBound() : -1;
-  }
+  int32_t usedEntries() const override { return entries_.hasBounds() ? entries_.upperBound() : -1; }
   const EnumData& entryAt(int32_t index) const override { return entries_[index]; }
   void takeFunctionOf(int32_t index) override;
   void ImgIcon_Click();

@@ -24,8 +24,8 @@ Ref<platform::XmlNode> largeMenu() {
            ".png'>";
     for (int f = 0; f < kFoldersPerGroup; ++f) {
       const std::string folder = group + "F" + std::to_string(f);
-      xml += "<folder label='" + folder + "_L' name='" + folder + "' includeIf=' rev >= " +
-             std::to_string(f) + " '>";
+      xml += "<folder label='" + folder + "_L' name='" + folder +
+             "' includeIf=' rev >= " + std::to_string(f) + " '>";
       for (int i = 0; i < kItemsPerFolder; ++i) {
         const std::string item = folder + "I" + std::to_string(i);
         xml += "<menuItem label='" + item + "_L' name='" + item + "' action='dlg" + item +

@@ -127,8 +127,8 @@ void DtmNavigation::BuildMenu(const Ref<platform::XmlNode>& menugroupNode, int16
 
     platform::TreeView& tree = LoadTreeView(j);
     tree.Move(0, 0, NavigationBar_->Width(), NavigationBar_->Height());
-    const bool loaded =
-        staysInImagesFolder(icon) && NavigationBar_->LoadIconImageFromFile(platformPath(path), name);
+    const bool loaded = staysInImagesFolder(icon) &&
+                        NavigationBar_->LoadIconImageFromFile(platformPath(path), name);
     if (!loaded) logger_->Error("BuildMenu LoadIconImageFromFile " + name + " Failed");
     const int32_t bar = NavigationBar_->AddBar(name, label, name);
     NavigationBar_->BarControl(bar, &tree);

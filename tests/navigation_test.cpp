@@ -1,12 +1,13 @@
 // The navigation: the menu's rules (conditions, folders, items, faults that stay local), its
 // bars and trees as a user meets them, the choice announced to the host, the host's own
 // activation, and menus that are deep, wide or broken.
+#include "navigation/navigation.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "navigation/navigation.h"
 #include "platform/chart/codecs.h"
 #include "support.h"
 
@@ -98,9 +99,9 @@ TEST_F(Navigation, EachGroupBecomesABarWithItsPictureCaptionAndFullyOpenTree) {
   EXPECT_TRUE(bar().BarHasIcon(3));
   EXPECT_EQ(bar().openedPaths().at(0), base.string() + "/images/setup.png");
   EXPECT_EQ(bar().BarControl(2), nav->TreeViews(2));
-  EXPECT_EQ(entries(1), (std::vector<std::string>{"Setup=Einrichtung+", "Basic=Basic_L[]+",
-                                                  "Flow=Durchfluss[dlgFlow]+",
-                                                  "Units=Units_L[dlgUnits]+", "NoAction=Empty_L[]+"}));
+  EXPECT_EQ(entries(1), (std::vector<std::string>{
+                            "Setup=Einrichtung+", "Basic=Basic_L[]+", "Flow=Durchfluss[dlgFlow]+",
+                            "Units=Units_L[dlgUnits]+", "NoAction=Empty_L[]+"}));
   EXPECT_EQ(tree(1).NodeParent(3), 2);
   EXPECT_EQ(tree(1).LineStyle(), 1);
   EXPECT_FALSE(tree(1).HideSelection());
@@ -120,12 +121,13 @@ TEST_F(Navigation, ConditionsGoToTheHostTrimmedInDocumentOrderAndFalseTakesTheSu
     asked.push_back(expression);
     return expression != "no";
   };
-  load("<n><menuGroup label='G' name='G' treename='t' icon='setup.png'>"
-       "<folder label='F' name='F' includeIf=' no '>"
-       "<menuItem label='A' name='A' action='a' includeIf='yes'/></folder>"
-       "<menuItem label='B' name='B' action='b' includeIf='   '/>"
-       "<menuItem label='C' name='C' action='c' includeIf='later'/>"
-       "</menuGroup></n>");
+  load(
+      "<n><menuGroup label='G' name='G' treename='t' icon='setup.png'>"
+      "<folder label='F' name='F' includeIf=' no '>"
+      "<menuItem label='A' name='A' action='a' includeIf='yes'/></folder>"
+      "<menuItem label='B' name='B' action='b' includeIf='   '/>"
+      "<menuItem label='C' name='C' action='c' includeIf='later'/>"
+      "</menuGroup></n>");
   EXPECT_EQ(asked, (std::vector<std::string>{"no", "", "later"}));
   EXPECT_EQ(entries(1), (std::vector<std::string>{"G=G+", "B=B[b]+", "C=C[c]+"}));
 
@@ -133,9 +135,9 @@ TEST_F(Navigation, ConditionsGoToTheHostTrimmedInDocumentOrderAndFalseTakesTheSu
   host->evaluate = [](const std::string&) { return false; };
   auto other = DtmNavigation::create();
   other->IDtmNavigation_Init(host, host);
-  other->IDtmNavigation_Load(testing::element(
-      "<n><menuGroup label='G' name='G' treename='t' icon='setup.png'>"
-      "<menuItem label='B' name='B' action='b' includeIf=''/></menuGroup></n>"));
+  other->IDtmNavigation_Load(
+      testing::element("<n><menuGroup label='G' name='G' treename='t' icon='setup.png'>"
+                       "<menuItem label='B' name='B' action='b' includeIf=''/></menuGroup></n>"));
   EXPECT_EQ(other->TreeViews(1)->NodeCount(), 2);
 }
 
@@ -144,31 +146,36 @@ TEST_F(Navigation, AFaultyEntryEndsOnlyItselfAndItsSiblingsAreBuilt) {
     if (expression == "throw") throw VbError(err::Failed);
     return true;
   };
-  load("<n><menuGroup label='G' name='G' treename='t' icon='setup.png'>"
-       "<menuItem name='NoLabel' action='x'/>"
-       "<menuItem label='NoName' action='x'/>"
-       "<menuItem label='L' name='NoAction'><menuItem label='L' name='Lost' action='x'/></menuItem>"
-       "<!-- a comment -->"
-       "<menuItem label='L' name='Twice' action='x'/>"
-       "<menuItem label='L' name='Twice' action='y'/>"
-       "<menuItem label='L' name='Failing' action='x' includeIf='throw'/>"
-       "<menuItem label='' name='Blank' action='x'/>"
-       "</menuGroup></n>");
-  EXPECT_EQ(entries(1), (std::vector<std::string>{"G=G+", "NoAction=L[]", "Twice=L[x]+", "Blank=[x]+"}));
+  load(
+      "<n><menuGroup label='G' name='G' treename='t' icon='setup.png'>"
+      "<menuItem name='NoLabel' action='x'/>"
+      "<menuItem label='NoName' action='x'/>"
+      "<menuItem label='L' name='NoAction'><menuItem label='L' name='Lost' action='x'/></menuItem>"
+      "<!-- a comment -->"
+      "<menuItem label='L' name='Twice' action='x'/>"
+      "<menuItem label='L' name='Twice' action='y'/>"
+      "<menuItem label='L' name='Failing' action='x' includeIf='throw'/>"
+      "<menuItem label='' name='Blank' action='x'/>"
+      "</menuGroup></n>");
+  EXPECT_EQ(entries(1),
+            (std::vector<std::string>{"G=G+", "NoAction=L[]", "Twice=L[x]+", "Blank=[x]+"}));
   const auto lines = errorsStartingWith("Error on NavigationControl CreateMenu");
   ASSERT_EQ(lines.size(), 6u);
-  EXPECT_EQ(lines[0], "Error on NavigationControl CreateMenu91 ,Description = Object variable or "
-                      "With block variable not set");
-  EXPECT_EQ(lines[4], "Error on NavigationControl CreateMenu35602 ,Description = Key is not unique "
-                      "in collection");
+  EXPECT_EQ(lines[0],
+            "Error on NavigationControl CreateMenu91 ,Description = Object variable or "
+            "With block variable not set");
+  EXPECT_EQ(lines[4],
+            "Error on NavigationControl CreateMenu35602 ,Description = Key is not unique "
+            "in collection");
   EXPECT_EQ(host->errorLines().size(), 6u);
 }
 
 TEST_F(Navigation, ABrokenGroupLeavesAGapInTheTreesAndADuplicateGroupItsTreeUnattached) {
-  load("<n><menuGroup label='A' name='A' treename='t' icon='setup.png'/>"
-       "<menuGroup label='B' name='B' icon='setup.png'/>"
-       "<menuGroup label='C' name='C' treename='t' icon='diag.png'/>"
-       "<menuGroup label='A again' name='A' treename='t' icon='info.png'/></n>");
+  load(
+      "<n><menuGroup label='A' name='A' treename='t' icon='setup.png'/>"
+      "<menuGroup label='B' name='B' icon='setup.png'/>"
+      "<menuGroup label='C' name='C' treename='t' icon='diag.png'/>"
+      "<menuGroup label='A again' name='A' treename='t' icon='info.png'/></n>");
   EXPECT_EQ(bar().BarCount(), 2);
   EXPECT_FALSE(nav->TreeViews(2));
   EXPECT_EQ(bar().BarControl(2), nav->TreeViews(3));
@@ -178,14 +185,16 @@ TEST_F(Navigation, ABrokenGroupLeavesAGapInTheTreesAndADuplicateGroupItsTreeUnat
 }
 
 TEST_F(Navigation, IconsThatCantBeReadOrLeaveTheFolderCostOnlyThePicture) {
-  load("<n><menuGroup label='A' name='A' treename='t' icon='missing.png'/>"
-       "<menuGroup label='B' name='B' treename='t' icon='text.png'/>"
-       "<menuGroup label='C' name='C' treename='t' icon='..\\..\\etc\\passwd'/></n>");
+  load(
+      "<n><menuGroup label='A' name='A' treename='t' icon='missing.png'/>"
+      "<menuGroup label='B' name='B' treename='t' icon='text.png'/>"
+      "<menuGroup label='C' name='C' treename='t' icon='..\\..\\etc\\passwd'/></n>");
   EXPECT_EQ(bar().BarCount(), 3);
   for (int32_t b = 1; b <= 3; ++b) EXPECT_FALSE(bar().BarHasIcon(b));
-  EXPECT_EQ(host->errorLines(), (std::vector<std::string>{"BuildMenu LoadIconImageFromFile A Failed",
-                                                          "BuildMenu LoadIconImageFromFile B Failed",
-                                                          "BuildMenu LoadIconImageFromFile C Failed"}));
+  EXPECT_EQ(host->errorLines(),
+            (std::vector<std::string>{"BuildMenu LoadIconImageFromFile A Failed",
+                                      "BuildMenu LoadIconImageFromFile B Failed",
+                                      "BuildMenu LoadIconImageFromFile C Failed"}));
   // The name that climbs out is never handed to the bar to open.
   EXPECT_EQ(bar().openedPaths().size(), 2u);
 }
@@ -201,8 +210,8 @@ TEST_F(Navigation, WithoutAnyGroupTheFailureIsLoggedAndNothingIsPainted) {
 TEST_F(Navigation, ASecondLoadMeetsTheLoadedTreesAndKeepsTheFirstMenu) {
   load(kMenu);
   host->takeCalls();
-  nav->IDtmNavigation_Load(testing::element(
-      "<n><menuGroup label='X' name='X' treename='t' icon='setup.png'/></n>"));
+  nav->IDtmNavigation_Load(
+      testing::element("<n><menuGroup label='X' name='X' treename='t' icon='setup.png'/></n>"));
   EXPECT_EQ(bar().BarCount(), 3);
   ASSERT_EQ(host->errorLines().size(), 1u);
   EXPECT_TRUE(host->errorLines()[0].starts_with("Error on Naviation Control BuildMenu360"));

@@ -1,3 +1,5 @@
+#include "navigation/navigation.h"
+
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -6,7 +8,6 @@
 #include "action/launch_button.h"
 #include "apps/demo/scenes.h"
 #include "host/reference_host.h"
-#include "navigation/navigation.h"
 #include "platform/chart/codecs.h"
 #include "platform/headless/headless.h"
 #include "platform/xml/pugi_dom.h"
@@ -48,9 +49,12 @@ void writeIcon(const std::filesystem::path& path, uint32_t argb) {
 void playNavigation(Transcript& t, const std::filesystem::path& out) {
   headless::install(".");
   auto host = std::make_shared<host::ReferenceHost>();
-  host->translations = {{"Nav_Setup", "Setup"},       {"Nav_Basic", "Basic settings"},
-                        {"Nav_Flow", "Flow"},         {"Nav_Diagnosis", "Diagnosis"},
-                        {"Nav_Status", "Device status"}, {"Btn_Zero", "Zero the sensor"},
+  host->translations = {{"Nav_Setup", "Setup"},
+                        {"Nav_Basic", "Basic settings"},
+                        {"Nav_Flow", "Flow"},
+                        {"Nav_Diagnosis", "Diagnosis"},
+                        {"Nav_Status", "Device status"},
+                        {"Btn_Zero", "Zero the sensor"},
                         {"Btn_Log", "Show the event log"}};
   host->evaluate = [](const std::string& expression) {
     return expression != "UserRole == 'Service'";

@@ -8,7 +8,6 @@
 #include <QScrollArea>
 #include <QStatusBar>
 #include <QToolBar>
-
 #include <functional>
 
 #include "platform/qt/qt_backend.h"

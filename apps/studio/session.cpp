@@ -265,8 +265,7 @@ std::optional<Session::Answer> Session::answerTo(const host::HostCall& call) con
     if (auto index = formNamed(found->second.form)) return Answer{index, {}};
   }
   const auto text = package_.texts.find(found->second.message);
-  return Answer{std::nullopt,
-                text == package_.texts.end() ? found->second.message : text->second};
+  return Answer{std::nullopt, text == package_.texts.end() ? found->second.message : text->second};
 }
 
 }  // namespace tessaline::studio

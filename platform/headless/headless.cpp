@@ -578,9 +578,7 @@ CommandButton::CommandButton(UserControl& owner, std::string name, platform::Win
   });
 }
 
-CommandButton::~CommandButton() {
-  unregister(handle_);
-}
+CommandButton::~CommandButton() { unregister(handle_); }
 
 void CommandButton::click() {
   if (!reachable()) return;
@@ -874,8 +872,7 @@ std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& nam
   return std::make_unique<Timer>(name);
 }
 
-std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(
-    const std::string& name) {
+std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(const std::string& name) {
   return std::make_unique<CommandButton>(*this, name, nextHandle());
 }
 

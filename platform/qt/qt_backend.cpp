@@ -569,8 +569,7 @@ std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& nam
   return std::make_unique<Timer>(name);
 }
 
-std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(
-    const std::string& name) {
+std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(const std::string& name) {
   return std::make_unique<CommandButton>(*this, name);
 }
 

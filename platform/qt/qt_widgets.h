@@ -9,11 +9,11 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
-#include <QToolBox>
-#include <QTreeWidget>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolBox>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QWidget>
 #include <functional>
 #include <map>

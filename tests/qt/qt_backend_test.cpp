@@ -187,10 +187,10 @@ TEST_F(QtBackend, TheNavigationsBarsArePagesWithTheirPicturesAndTrees) {
   host->baseFolder = TESSALINE_SOURCE_DIR "/devices/sample-pump";
   auto nav = DtmNavigation::create();
   nav->IDtmNavigation_Init(host, host);
-  nav->IDtmNavigation_Load(xml::parseElement(
-      "<n><menuGroup label='Device' name='D' treename='t' icon='device.png'>"
-      "<menuItem label='Settings' name='S' action='s'/></menuGroup>"
-      "<menuGroup label='None' name='N' treename='t' icon='missing.png'/></n>"));
+  nav->IDtmNavigation_Load(
+      xml::parseElement("<n><menuGroup label='Device' name='D' treename='t' icon='device.png'>"
+                        "<menuItem label='Settings' name='S' action='s'/></menuGroup>"
+                        "<menuGroup label='None' name='N' treename='t' icon='missing.png'/></n>"));
   auto* box = qobject_cast<QToolBox*>(qt::widgetOf(nav->NavigationBar()));
   ASSERT_TRUE(box);
   ASSERT_EQ(box->count(), 2);

@@ -187,7 +187,8 @@ class QtUser : public User {
     QWidget* box = qt::widgetOf(bar);
     QList<QAbstractButton*> buttons;
     for (QAbstractButton* button : box->findChildren<QAbstractButton*>()) {
-      if (button->objectName() == QLatin1String("qt_toolbox_toolboxbutton")) buttons.push_back(button);
+      if (button->objectName() == QLatin1String("qt_toolbox_toolboxbutton"))
+        buttons.push_back(button);
     }
     if (position < 1 || position > buttons.size()) return;
     QAbstractButton* caption = buttons[position - 1];
