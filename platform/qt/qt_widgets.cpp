@@ -1002,6 +1002,15 @@ TreeView::TreeView(UserControl& owner, const std::string& name)
   widget_->setHeaderHidden(true);
   widget_->setColumnCount(1);
   widget_->hide();
+  // The user opens and closes entries too.
+  const auto follow = [this](QTreeWidgetItem* item, bool expanded) {
+    const int32_t node = item ? item->data(0, Qt::UserRole).toInt() : 0;
+    if (node >= 1 && node <= NodeCount()) nodes_[static_cast<size_t>(node - 1)].expanded = expanded;
+  };
+  QObject::connect(widget_, &QTreeWidget::itemExpanded,
+                   [follow](QTreeWidgetItem* item) { follow(item, true); });
+  QObject::connect(widget_, &QTreeWidget::itemCollapsed,
+                   [follow](QTreeWidgetItem* item) { follow(item, false); });
   QObject::connect(widget_, &QTreeWidget::itemClicked, [this](QTreeWidgetItem* item, int) {
     if (!reachable() || !item) return;
     const int32_t node = item->data(0, Qt::UserRole).toInt();
@@ -1012,9 +1021,30 @@ TreeView::TreeView(UserControl& owner, const std::string& name)
   });
 }
 
-// Children before their parents: each item is a leaf when it goes.
+// Out of the widget in one step, then children before their parents: each item is a leaf
+// that belongs to no model when it goes.
 TreeView::~TreeView() {
-  for (auto node = nodes_.rbegin(); node != nodes_.rend(); ++node) delete node->item;
+  if (widget_ && flushed_) {
+    while (widget_->topLevelItemCount() > 0) widget_->takeTopLevelItem(0);
+  }
+  for (auto node = nodes_.rbegin(); node != nodes_.rend(); ++node) {
+    if (QTreeWidgetItem* parent = node->item->parent()) parent->removeChild(node->item);
+    delete node->item;
+  }
+}
+
+void TreeView::flush() {
+  if (flushed_ || !widget_) return;
+  flushed_ = true;
+  widget_->addTopLevelItems(QList<QTreeWidgetItem*>(pendingTop_.begin(), pendingTop_.end()));
+  pendingTop_.clear();
+  for (const Node& node : nodes_) {
+    if (node.expanded) node.item->setExpanded(true);
+  }
+  if (selected_ != 0) {
+    const QSignalBlocker blocker(widget_);
+    widget_->setCurrentItem(at(selected_).item);
+  }
 }
 
 TreeView::Node& TreeView::at(int32_t node) {
@@ -1029,20 +1059,29 @@ const TreeView::Node& TreeView::at(int32_t node) const {
 
 void TreeView::Visible(bool value) {
   visible_ = value;
+  if (value && attached_) flush();
   if (widget_) widget_->setVisible(value && attached_);
 }
 
 void TreeView::attached() {
   attached_ = true;
+  if (visible_) flush();
   if (widget_) widget_->setVisible(visible_);
 }
 
 int32_t TreeView::AddNode(int32_t parent, const std::string& key, const std::string& text) {
   QTreeWidgetItem* parentItem = parent != 0 ? at(parent).item : nullptr;
   if (keys_.count(key)) throw VbError(err::KeyNotUnique);
-  auto* item = parentItem ? new QTreeWidgetItem(parentItem) : new QTreeWidgetItem(widget_.data());
+  auto* item = parentItem ? new QTreeWidgetItem(parentItem) : new QTreeWidgetItem();
   item->setText(0, qtText(text));
-  nodes_.push_back({parent, key, Variant(), item});
+  if (!parentItem) {
+    if (flushed_ && widget_) {
+      widget_->addTopLevelItem(item);
+    } else {
+      pendingTop_.push_back(item);
+    }
+  }
+  nodes_.push_back({parent, key, Variant(), item, false});
   const int32_t node = NodeCount();
   item->setData(0, Qt::UserRole, node);
   keys_[key] = node;
@@ -1051,14 +1090,18 @@ int32_t TreeView::AddNode(int32_t parent, const std::string& key, const std::str
 
 std::string TreeView::NodeText(int32_t node) const { return utf8(at(node).item->text(0)); }
 
-bool TreeView::NodeExpanded(int32_t node) const { return at(node).item->isExpanded(); }
+bool TreeView::NodeExpanded(int32_t node) const { return at(node).expanded; }
 
-void TreeView::NodeExpanded(int32_t node, bool value) { at(node).item->setExpanded(value); }
+void TreeView::NodeExpanded(int32_t node, bool value) {
+  Node& entry = at(node);
+  entry.expanded = value;
+  if (flushed_) entry.item->setExpanded(value);
+}
 
 void TreeView::SelectNode(int32_t node) {
   QTreeWidgetItem* item = node != 0 ? at(node).item : nullptr;
   selected_ = node;
-  if (!widget_) return;
+  if (!widget_ || !flushed_) return;
   const QSignalBlocker blocker(widget_);
   widget_->setCurrentItem(item);
 }

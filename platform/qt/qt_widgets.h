@@ -320,8 +320,12 @@ class CommandButton : public Child<platform::CommandButton, QPushButton> {
 };
 
 // The tree on a QTreeWidget. The entries are also kept in a flat list by number, so that no
-// operation of ours recurses; they are deleted deepest first, so that Qt doesn't either. The
-// widget shows only once a shortcut bar holds it.
+// operation of ours recurses. Entries added while the tree isn't shown are built apart from the
+// widget and handed to it in one step when it shows (with their expanded state and the
+// selection): Qt's model would otherwise update every expanded entry at each insertion, which
+// makes a deep menu quadratic. They are taken out of the widget in one step and deleted deepest
+// first, so that nothing recurses through them. The widget shows only once a shortcut bar
+// holds it.
 class TreeView : public Child<platform::TreeView, QTreeWidget> {
  public:
   TreeView(UserControl& owner, const std::string& name);
@@ -359,11 +363,16 @@ class TreeView : public Child<platform::TreeView, QTreeWidget> {
     std::string key;
     Variant tag;
     QTreeWidgetItem* item = nullptr;
+    bool expanded = false;
   };
   Node& at(int32_t node);
   const Node& at(int32_t node) const;
+  // Hands the entries built apart to the widget, once it is to be seen.
+  void flush();
 
   std::vector<Node> nodes_;
+  std::vector<QTreeWidgetItem*> pendingTop_;
+  bool flushed_ = false;
   std::map<std::string, int32_t> keys_;
   int32_t selected_ = 0;
   int32_t indentation_ = 0;

@@ -203,5 +203,28 @@ TEST_F(QtBackend, TheNavigationsBarsArePagesWithTheirPicturesAndTrees) {
   EXPECT_EQ(tree->topLevelItem(0)->child(0)->text(0), "Settings");
 }
 
+// Ten thousand levels on real widgets: built, shown, clicked through its bar and destroyed
+// without Qt recursing through the items.
+TEST_F(QtBackend, ADeepMenuIsBuiltShownAndDestroyed) {
+  constexpr int kDepth = 10000;
+  std::string menu = "<n><menuGroup label='G' name='G' treename='t' icon='g.png'>";
+  for (int i = 0; i < kDepth; ++i) menu += "<f label='L' name='F" + std::to_string(i) + "'>";
+  menu += "<menuItem label='Deep' name='Deep' action='d'/>";
+  for (int i = 0; i < kDepth; ++i) menu += "</f>";
+  menu += "</menuGroup></n>";
+  auto nav = DtmNavigation::create();
+  std::vector<std::string> dialogs;
+  nav->events.LoadDialog = [&](const std::string& key) { dialogs.push_back(key); };
+  nav->IDtmNavigation_Init(host, host);
+  nav->IDtmNavigation_Load(xml::parseElement(menu));
+  QWidget* window = qt::widgetOf(nav->window());
+  window->show();
+  QApplication::processEvents();
+  EXPECT_EQ(nav->TreeViews(1)->NodeCount(), kDepth + 2);
+  EXPECT_TRUE(nav->IDtmNavigation_ActivateMenu("Deep"));
+  QApplication::processEvents();
+  nav.reset();
+}
+
 }  // namespace
 }  // namespace tessaline
