@@ -3,6 +3,7 @@
 // every entry of every tree with its trace line.
 #include <benchmark/benchmark.h>
 
+#include "large_menu.h"
 #include "navigation/navigation.h"
 #include "platform/headless/headless.h"
 #include "platform/xml/pugi_dom.h"
@@ -11,32 +12,6 @@
 namespace {
 
 using namespace tessaline;
-
-constexpr int kGroups = 20;
-constexpr int kFoldersPerGroup = 25;
-constexpr int kItemsPerFolder = 9;  // 20 x 25 x (1 + 9) = 5,000 entries
-
-Ref<platform::XmlNode> largeMenu() {
-  std::string xml = "<navigation>";
-  for (int g = 0; g < kGroups; ++g) {
-    const std::string group = "G" + std::to_string(g);
-    xml += "<menuGroup label='" + group + "_L' name='" + group + "' treename='t' icon='" + group +
-           ".png'>";
-    for (int f = 0; f < kFoldersPerGroup; ++f) {
-      const std::string folder = group + "F" + std::to_string(f);
-      xml += "<folder label='" + folder + "_L' name='" + folder +
-             "' includeIf=' rev >= " + std::to_string(f) + " '>";
-      for (int i = 0; i < kItemsPerFolder; ++i) {
-        const std::string item = folder + "I" + std::to_string(i);
-        xml += "<menuItem label='" + item + "_L' name='" + item + "' action='dlg" + item +
-               "' includeIf='mode == " + std::to_string(i) + "'/>";
-      }
-      xml += "</folder>";
-    }
-    xml += "</menuGroup>";
-  }
-  return xml::parseElement(xml + "</navigation>");
-}
 
 int entryCount(DtmNavigation& nav) {
   int count = 0;
