@@ -11,6 +11,7 @@
 #include "frame/data_type_controller.h"
 #include "host/form.h"
 #include "host/reference_host.h"
+#include "navigation/navigation.h"
 #include "platform/chart/codecs.h"
 #include "platform/chart/install.h"
 #include "platform/chart/label_format.h"
@@ -76,7 +77,10 @@ void definitions(const uint8_t* data, size_t size) {
   auto host = std::make_shared<host::ReferenceHost>();
   host->evaluate = [](const std::string& expression) { return expression.size() % 2 == 0; };
   const Ref<Object> control = CreateObject(progId);
-  queryInterface<IDtmControl>(control)->IDTMControl_Init(host);
+  // The navigation has its own start and its own target (menus).
+  const Ref<IDtmControl> frame = queryInterface<IDtmControl>(control);
+  if (!frame) return;
+  frame->IDTMControl_Init(host);
   try {
     auto dataControl = queryInterface<IDTMDataControl>(control);
     auto enumeration = queryInterface<IDTMEnumeration>(control);
@@ -518,6 +522,56 @@ std::vector<std::string> formSeeds() {
   };
 }
 
+// ---- Menus ----------------------------------------------------------------------------------
+
+// Byte 0 is the host's answer to conditions (odd: true, also a failing host with bit 1); the rest
+// is the menu's XML. The menu is built, every bar opened, every entry clicked and asked for.
+void menus(const uint8_t* data, size_t size) {
+  if (size < 1) return;
+  ensureEnvironment();
+  Ref<platform::XmlNode> node;
+  try {
+    node = xml::parseElement(text(data + 1, size - 1));
+  } catch (const VbError&) {
+    return;
+  }
+  auto host = std::make_shared<host::ReferenceHost>();
+  const uint8_t answer = data[0];
+  host->evaluate = [answer](const std::string& expression) -> bool {
+    if ((answer & 2) && expression.size() % 3 == 0) throw VbError(err::Failed);
+    return (answer & 1) != 0 || expression.size() % 2 == 0;
+  };
+  auto nav = DtmNavigation::create();
+  nav->IDtmNavigation_Init(host, host);
+  nav->IDtmNavigation_Load(node);
+  auto& bar = headless::user(nav->NavigationBar());
+  for (int32_t b = 1; b <= bar.BarCount(); ++b) {
+    bar.click(b);
+    auto* tree = dynamic_cast<headless::TreeView*>(bar.BarControl(b));
+    if (!tree) continue;
+    for (int32_t n = 1; n <= tree->NodeCount(); ++n) {
+      tree->click(n);
+      nav->IDtmNavigation_ActivateMenu(tree->NodeKey(n));
+    }
+  }
+  nav->IDtmNavigation_ActivateMenu("");
+  headless::current().takeUnhandledErrors();
+}
+
+std::vector<std::string> menuSeeds() {
+  return {
+      std::string(1, '\1') +
+          R"(<navigation><menuGroup label="L" name="G" treename="t" icon="g.png">)"
+          R"(<folder label="F" name="F" includeIf=" a "><menuItem label="I" name="I" )"
+          R"(action="x"/></folder><menuItem label="J" name="J" action=""/></menuGroup>)"
+          R"(<menuGroup label="M" name="H" treename="t" icon="..\..\h.png"/></navigation>)",
+      std::string(1, '\2') +
+          R"(<n><menuGroup label="L" name="G" treename="t" icon="g.png"><a label="A" name="A")"
+          R"( includeIf="abc"><menuItem label="B" name="A" action="y"/></a><!-- c --></menuGroup>)"
+          R"(<menuGroup label="L" name="G" treename="t" icon="g.png"/></n>)",
+  };
+}
+
 const Target kTargets[] = {
     {"definitions", definitions, definitionSeeds},
     {"typing", typing, typingSeeds},
@@ -525,6 +579,7 @@ const Target kTargets[] = {
     {"label_formats", labelFormats, labelFormatSeeds},
     {"pictures", pictures, pictureSeeds},
     {"forms", forms, formSeeds},
+    {"menus", menus, menuSeeds},
 };
 
 }  // namespace

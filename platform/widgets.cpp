@@ -169,6 +169,9 @@ Variant childProperty(Widget& child, std::string_view name) {
   if (auto* combo = dynamic_cast<ComboBox*>(&child)) {
     if (is(name, "Locked")) return Variant(combo->Locked());
   }
+  if (auto* button = dynamic_cast<CommandButton*>(&child)) {
+    if (is(name, "Caption")) return Variant(button->Caption());
+  }
   if (auto* image = dynamic_cast<Image*>(&child)) {
     if (is(name, "Picture")) return Variant(image->Picture());
     if (is(name, "Stretch")) return Variant(image->Stretch());
@@ -228,6 +231,9 @@ void childProperty(Widget& child, std::string_view name, const Variant& value) {
   }
   if (auto* combo = dynamic_cast<ComboBox*>(&child)) {
     if (is(name, "Locked")) return combo->Locked(value.toBool());
+  }
+  if (auto* button = dynamic_cast<CommandButton*>(&child)) {
+    if (is(name, "Caption")) return button->Caption(value.toText());
   }
   if (auto* image = dynamic_cast<Image*>(&child)) {
     if (is(name, "Picture")) return image->Picture(value.isEmpty() ? nullptr : value.toObject());

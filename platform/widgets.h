@@ -289,6 +289,98 @@ class DatePicker : public Widget {
   virtual DateSerial MaxDate() const = 0;
   // What the picker shows: the date by the custom format.
   virtual std::string Text() const = 0;
+// The classic command button: a caption and a click.
+// - A click of the user on an enabled, visible button raises Click; setting the caption
+//   raises nothing.
+class CommandButton : public Widget {
+ public:
+  struct Events {
+    Handler Click;
+  };
+  Events events;
+
+  virtual std::string Caption() const = 0;
+  virtual void Caption(const std::string& value) = 0;
+};
+
+// A tree of entries as the navigation shows it. Entries are numbered from 1 in the order in
+// which they were added (the collection order: each entry before what lies below it when
+// entries are added from the top down); 0 stands for no entry.
+// - AddNode with a parent of 0 adds an entry at the top level; another number adds a child of
+//   that entry. A key that the tree already holds raises 35602 and adds nothing; a parent that
+//   isn't there raises 35600.
+// - A click of the user on an entry selects it, then raises NodeClick with its number. Selected
+//   set by program raises nothing.
+// - Tag is Empty until set.
+// - The tree is never walked by recursion, so that any depth of entries is safe.
+class TreeView : public Widget {
+ public:
+  struct Events {
+    std::function<void(int32_t node)> NodeClick;
+  };
+  Events events;
+
+  virtual int32_t AddNode(int32_t parent, const std::string& key, const std::string& text) = 0;
+  virtual int32_t NodeCount() const = 0;
+  // 35600 for a number that names no entry.
+  virtual std::string NodeKey(int32_t node) const = 0;
+  virtual std::string NodeText(int32_t node) const = 0;
+  virtual int32_t NodeParent(int32_t node) const = 0;
+  virtual Variant NodeTag(int32_t node) const = 0;
+  virtual void NodeTag(int32_t node, const Variant& tag) = 0;
+  virtual bool NodeExpanded(int32_t node) const = 0;
+  virtual void NodeExpanded(int32_t node, bool value) = 0;
+  // The selected entry, 0 with none.
+  virtual int32_t SelectedNode() const = 0;
+  virtual void SelectNode(int32_t node) = 0;
+  virtual int32_t Indentation() const = 0;
+  virtual void Indentation(int32_t value) = 0;
+  virtual int32_t LineStyle() const = 0;
+  virtual void LineStyle(int32_t value) = 0;
+  virtual bool HideSelection() const = 0;
+  virtual void HideSelection(bool value) = 0;
+  // Places and sizes the tree in one step, in twips.
+  virtual void Move(int32_t left, int32_t top, int32_t width, int32_t height) = 0;
+};
+
+// A stack of bars, one open at a time, each with a caption, an optional picture and one child
+// control as its content (a shortcut bar). Bars are counted from 1.
+// - AddBar adds at the end; a key that a bar already has raises 35602 and adds no bar. A bar
+//   asked for by a position that isn't there raises 35600.
+// - A click of the user on a bar's caption opens it (it becomes SelectedBar) and raises BarClick
+//   with its position. SelectedBar or a bar's Selected set by program raise nothing.
+// - Pictures are filed by key with LoadIconImageFromFile (false when the file can't be read
+//   as a picture); a bar shows the picture of its icon key, or none.
+// - Nothing is painted while Redraw is false; Redraw true repaints.
+class ShortcutBar : public Widget {
+ public:
+  struct Events {
+    std::function<void(int32_t bar)> BarClick;
+  };
+  Events events;
+
+  virtual int32_t AddBar(const std::string& key, const std::string& caption,
+                         const std::string& iconKey) = 0;
+  virtual int32_t BarCount() const = 0;
+  virtual std::string BarKey(int32_t bar) const = 0;
+  virtual std::string BarCaption(int32_t bar) const = 0;
+  // The bar's content; null until set.
+  virtual Widget* BarControl(int32_t bar) const = 0;
+  virtual void BarControl(int32_t bar, Widget* content) = 0;
+  virtual bool BarSelected(int32_t bar) const = 0;
+  virtual void BarSelected(int32_t bar, bool value) = 0;
+  // The open bar, 0 with none.
+  virtual int32_t SelectedBar() const = 0;
+  virtual void SelectedBar(int32_t bar) = 0;
+  // Whether the bar shows a picture.
+  virtual bool BarHasIcon(int32_t bar) const = 0;
+  virtual bool Redraw() const = 0;
+  virtual void Redraw(bool value) = 0;
+  virtual int32_t Style() const = 0;
+  virtual void Style(int32_t value) = 0;
+  virtual int16_t Align() const = 0;
+  virtual void Align(int16_t value) = 0;
+  virtual bool LoadIconImageFromFile(const std::string& path, const std::string& key) = 0;
 };
 
 // The classic scroll bar, horizontal or vertical as made: Min 0, Max 32767 and Value 0 until
@@ -397,6 +489,9 @@ class UserControl {
   virtual std::unique_ptr<Timer> createTimer(const std::string& name) = 0;
   virtual std::unique_ptr<CheckBox> createCheckBox(const std::string& name) = 0;
   virtual std::unique_ptr<DatePicker> createDatePicker(const std::string& name) = 0;
+  virtual std::unique_ptr<CommandButton> createCommandButton(const std::string& name) = 0;
+  virtual std::unique_ptr<TreeView> createTreeView(const std::string& name) = 0;
+  virtual std::unique_ptr<ShortcutBar> createShortcutBar(const std::string& name) = 0;
 
   // The collection of children made at run time, by type name ("vb.label") and name. The
   // collection owns them; 711 for a type it doesn't know, 727 for a name that is taken, 730

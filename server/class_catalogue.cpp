@@ -1,5 +1,8 @@
 #include "server/class_catalogue.h"
 
+#include "action/function_button.h"
+#include "action/launch_button.h"
+#include "action/picture_buttons.h"
 #include "display/data_label.h"
 #include "display/launch_label.h"
 #include "display/static_label.h"
@@ -15,6 +18,7 @@
 #include "gauges/angular_gauge.h"
 #include "gauges/data_gauge.h"
 #include "gauges/dynamic_gauge.h"
+#include "navigation/navigation.h"
 #include "support/data_constants.h"
 #include "support/dictionary.h"
 #include "support/tooltip.h"
@@ -68,6 +72,11 @@ const std::vector<CatalogueEntry>& entries() {
       control<DTMWaveFormControl>("DTMWaveFormControl"),
       control<DTMDataCheckBox>("DTMDataCheckBox"),
       control<DTMDateTimeControl>("DTMDateTimeControl"),
+      control<DTMLaunchButton>("DTMLaunchButton"),
+      control<DTMFunctionButton>("DTMFunctionButton"),
+      control<DTMDataPictureButton>("DTMDataPictureButton"),
+      control<DTMDataPictureFnButton>("DTMDataPictureFnButton"),
+      control<DtmNavigation>("DtmNavigation"),
   };
   return list;
 }

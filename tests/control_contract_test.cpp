@@ -55,6 +55,11 @@ const std::map<std::string_view, std::set<std::string_view>> kInterfaces = {
     {"DTMWaveFormControl", {IDtmControl::kIid, IDtmWaveFormControl::kIid}},
     {"DTMDataCheckBox", {IDtmDataControlCaption::kIid, IDtmControl::kIid, IDTMDataControl::kIid}},
     {"DTMDateTimeControl", {IDtmControl::kIid, IDTMDataControl::kIid}},
+    {"DTMLaunchButton", {IDtmControl::kIid}},
+    {"DTMFunctionButton", {IDtmControl::kIid}},
+    {"DTMDataPictureButton", kEntry},
+    {"DTMDataPictureFnButton", kEntry},
+    {"DtmNavigation", {IDtmNavigation::kIid}},
 };
 
 const std::string_view kAllInterfaces[] = {
@@ -135,9 +140,18 @@ TEST_P(EveryControl, AnswersExactlyItsInterfaces) {
   }
 }
 
+// The navigation alone has no IDtmControl: it starts through IDtmNavigation_Init.
+void start(const Ref<Object>& control, const std::shared_ptr<host::ReferenceHost>& host) {
+  if (auto frame = queryInterface<IDtmControl>(control)) {
+    frame->IDTMControl_Init(host);
+  } else {
+    queryInterface<IDtmNavigation>(control)->IDtmNavigation_Init(host, host);
+  }
+}
+
 TEST_P(EveryControl, StartsInDataModeTwoAndTakesItsHost) {
   Ref<IDtmControl> frame = queryInterface<IDtmControl>(control);
-  ASSERT_TRUE(frame);
+  if (!frame) GTEST_SKIP() << "no IDtmControl";
   EXPECT_EQ(frame->IDtmControl_DataMode(), 2);
   frame->IDTMControl_Init(host);
   frame->IDtmControl_DataMode(-3);
@@ -146,10 +160,14 @@ TEST_P(EveryControl, StartsInDataModeTwoAndTakesItsHost) {
 
 TEST_P(EveryControl, ReadsEveryPropertyByName) {
   Dispatchable& dispatch = byName(control);
-  EXPECT_TRUE(dispatch.hasMember("idtmcontrol_datamode"));
-  EXPECT_EQ(dispatch.get("IDtmControl_DataMode"), Variant(2));
   EXPECT_THROW(dispatch.get("NoSuchMember"), VbError);
-  dispatch.call("IDTMControl_Init", {Variant(Ref<Object>(host))});
+  if (queryInterface<IDtmControl>(control)) {
+    EXPECT_TRUE(dispatch.hasMember("idtmcontrol_datamode"));
+    EXPECT_EQ(dispatch.get("IDtmControl_DataMode"), Variant(2));
+    dispatch.call("IDTMControl_Init", {Variant(Ref<Object>(host))});
+  } else {
+    dispatch.call("IDtmNavigation_Init", {Variant(Ref<Object>(host)), Variant(Ref<Object>(host))});
+  }
   for (const Member& member : dispatch.members().all()) {
     if (member.get) {
       EXPECT_NO_THROW(member.get(dispatch)) << member.name;
@@ -165,7 +183,7 @@ TEST_P(EveryControl, LeavesNoTooltipWindowBehind) {
   {
     Ref<Object> fresh = make();
     Ref<IDtmControl> frame = queryInterface<IDtmControl>(fresh);
-    frame->IDTMControl_Init(host);
+    start(fresh, host);
     if (auto data = queryInterface<IDTMDataControl>(fresh)) {
       data->IDTMDataControl_DataItemDef(
           testing::element("<dataItem name='x' help='Help' description='Text'/>"));
@@ -174,8 +192,10 @@ TEST_P(EveryControl, LeavesNoTooltipWindowBehind) {
       range->IDtmDataSubscriptionControlRange_GaugeDataDef(
           testing::element("<gauge lowerRange='L' upperRange='H'/>"));
     }
-    frame->IDtmControl_Visible(false);
-    frame->IDtmControl_Visible(true);
+    if (frame) {
+      frame->IDtmControl_Visible(false);
+      frame->IDtmControl_Visible(true);
+    }
   }
   EXPECT_EQ(tooltips.liveCount(), before);
 }

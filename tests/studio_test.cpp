@@ -5,10 +5,13 @@
 #include <filesystem>
 #include <fstream>
 
+#include "action/function_button.h"
+#include "action/launch_button.h"
 #include "apps/studio/session.h"
 #include "entry/data_combo_box.h"
 #include "entry/data_text_box.h"
 #include "gauges/data_gauge.h"
+#include "navigation/navigation.h"
 #include "support.h"
 
 namespace tessaline {
@@ -153,6 +156,55 @@ TEST_F(Studio, TheSamplePackageLoadsWithoutAProblemAndRunsEveryForm) {
     for (int tick = 0; tick < 8; ++tick) session->tick(0.25);
     EXPECT_EQ(problems, std::vector<std::string>{}) << session->package().forms[i].title;
   }
+}
+
+// The sample's menu switches its forms, as the studio wires it: LoadDialog names the form. The
+// diagnostics form's buttons get the host's answers: a message, and another form.
+TEST_F(Studio, TheSampleMenuSwitchesFormsAndItsButtonsAreAnswered) {
+  session = std::make_unique<studio::Session>(
+      studio::loadPackage(TESSALINE_SOURCE_DIR "/devices/sample-pump", problems));
+  ASSERT_TRUE(session->package().navigation);
+  auto nav = DtmNavigation::create();
+  nav->events.LoadDialog = [&](const std::string& key) {
+    const auto index = session->formNamed(key);
+    ASSERT_TRUE(index) << key;
+    session->openForm(*index, problems);
+  };
+  const auto host =
+      std::dynamic_pointer_cast<host::ReferenceHost>(session->host().shared_from_this());
+  nav->IDtmNavigation_Init(host, host);
+  nav->IDtmNavigation_Load(session->package().navigation);
+  EXPECT_TRUE(host->errorLines().empty());
+  auto& bar = headless::user(nav->NavigationBar());
+  ASSERT_EQ(bar.BarCount(), 3);
+  EXPECT_TRUE(bar.BarHasIcon(3));
+  // The service bar opens its first form below the folder.
+  bar.click(3);
+  ASSERT_TRUE(session->formIndex());
+  EXPECT_EQ(session->package().forms[*session->formIndex()].title, "Diagnostics");
+
+  auto* report = dynamic_cast<DTMLaunchButton*>(session->form()->find("SealReport"));
+  auto* settings = dynamic_cast<DTMFunctionButton*>(session->form()->find("OpenSettings"));
+  ASSERT_TRUE(report && settings);
+  EXPECT_EQ(report->Command1().Caption(), "Seal report");
+  host->takeCalls();
+  headless::user(report->Command1()).click();
+  headless::user(settings->Command1()).click();
+  const auto calls = host->takeCalls();
+  ASSERT_EQ(calls.size(), 2u);
+  const auto message = session->answerTo(calls[0]);
+  ASSERT_TRUE(message);
+  EXPECT_FALSE(message->form);
+  EXPECT_EQ(message->message, "Seal wear 12 %: the seal lasts another 4,000 hours.");
+  const auto opened = session->answerTo(calls[1]);
+  ASSERT_TRUE(opened && opened->form);
+  EXPECT_EQ(session->package().forms[*opened->form].name, "Settings");
+  EXPECT_FALSE(session->answerTo(host::HostCall{"LogInfo", {"x", "y"}}));
+  EXPECT_EQ(problems, std::vector<std::string>{});
+  // The host shows a form itself and the menu agrees without a new LoadDialog.
+  EXPECT_TRUE(nav->IDtmNavigation_ActivateMenu("Settings"));
+  EXPECT_EQ(bar.SelectedBar(), 1);
+  EXPECT_EQ(session->package().forms[*session->formIndex()].title, "Diagnostics");
 }
 
 }  // namespace

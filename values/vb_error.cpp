@@ -42,6 +42,8 @@ std::string_view standardErrorText(int32_t number) {
       return "Invalid use of Null";
     case 326:
       return "Resource with identifier not found";
+    case 360:
+      return "Object already loaded";
     case 380:
       return "Invalid property value";
     case 383:
@@ -72,6 +74,10 @@ std::string_view standardErrorText(int32_t number) {
       return "Control not found";
     case 31037:
       return "Error loading from file";
+    case 35600:
+      return "Index out of bounds";
+    case 35602:
+      return "Key is not unique in collection";
     case 5017:
       return "Syntax error in regular expression";
     case err::Failed:

@@ -22,6 +22,7 @@ inline constexpr int32_t PathFileAccess = 75;
 inline constexpr int32_t ObjectNotSet = 91;
 inline constexpr int32_t InvalidUseOfNull = 94;
 inline constexpr int32_t ResourceNotFound = 326;
+inline constexpr int32_t ObjectAlreadyLoaded = 360;
 inline constexpr int32_t InvalidPropertyValue = 380;
 inline constexpr int32_t ReadOnlyProperty = 383;
 inline constexpr int32_t ObjectRequired = 424;
@@ -36,6 +37,8 @@ inline constexpr int32_t ControlNameTaken = 727;
 inline constexpr int32_t ControlNotFound = 730;
 inline constexpr int32_t RegExpSyntax = 5017;
 inline constexpr int32_t FileLoadError = 31037;
+inline constexpr int32_t IndexOutOfBounds = 35600;
+inline constexpr int32_t KeyNotUnique = 35602;
 inline constexpr int32_t Failed = -2147467259;  // E_FAIL, as a failed platform call reports it
 }  // namespace err
 

@@ -33,6 +33,7 @@ int main(int argc, char** argv) {
     tessaline::demo::playGauges(transcript, out);
     tessaline::demo::playTrends(transcript, out);
     tessaline::demo::playMultiTrendAndWaveForm(transcript, out);
+    tessaline::demo::playNavigation(transcript, out);
     std::cout << "\ndone\n";
     return 0;
   } catch (const std::exception& e) {

@@ -29,5 +29,9 @@ void playMultiTrendAndWaveForm(Transcript& t, const std::filesystem::path& out);
 // A check box toggled with the mouse and a date picked from the calendar and typed into a field,
 // each marked, read and cleared by the host, and a bad device value that changes nothing.
 void playCheckAndDate(Transcript& t);
+// A navigation menu driving dialogs: the user clicks entries and bars, the host receives
+// LoadDialog and opens the named dialog, whose launch button the user clicks. The bars'
+// pictures are written into `out`/images.
+void playNavigation(Transcript& t, const std::filesystem::path& out);
 
 }  // namespace tessaline::demo

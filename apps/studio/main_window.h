@@ -7,12 +7,14 @@
 #include <vector>
 
 #include "apps/studio/session.h"
+#include "navigation/navigation.h"
 
 class QLabel;
 class QListWidget;
 class QScrollArea;
 
-// The studio's window: the device's forms on the left, the form on show in the middle, the
+// The studio's window: the device's navigation (or, without one, the list of its forms) on the
+// left, the form on show in the middle, the
 // host's calls on the right, the problems below; Apply writes the edited values to the device.
 namespace tessaline::studio {
 
@@ -27,12 +29,17 @@ class MainWindow : public QMainWindow {
   void advance(double seconds);
   void apply();
   Session& session() { return *session_; }
+  // The navigation on the left, when the package has a menu.
+  DtmNavigation* navigation() { return navigation_.get(); }
 
  private:
   void report(const std::vector<std::string>& problems);
   void logCall(const std::string& line);
+  // The host's answer to a launch: a form opened or a message shown, after the click is over.
+  void answer(const host::HostCall& call);
 
   std::unique_ptr<Session> session_;
+  std::shared_ptr<DtmNavigation> navigation_;
   QListWidget* forms_ = nullptr;
   QScrollArea* area_ = nullptr;
   QWidget* surface_ = nullptr;

@@ -106,10 +106,18 @@ DevicePackage loadPackage(const std::string& directory, std::vector<std::string>
   for (const auto& gauge : children(child(device, "gauges"), "gauge")) {
     package.gauges[attribute(gauge, "name")] = gauge;
   }
+  package.navigation = child(device, "navigation");
+  for (const auto& function : children(child(device, "functions"), "function")) {
+    const std::string id = attribute(function, "id");
+    const std::string key =
+        id.empty() ? attribute(function, "module") + "." + attribute(function, "name") : id;
+    package.functions[key] = {attribute(function, "form"), attribute(function, "message")};
+  }
   for (const auto& node : children(child(device, "forms"), "form")) {
     FormEntry form;
     form.file = attribute(node, "file");
     form.title = attribute(node, "title", form.file);
+    form.name = attribute(node, "name", form.title);
     for (const auto& bind : children(node, "bind")) {
       Binding binding{attribute(bind, "control"), attribute(bind, "parameter"),
                       attribute(bind, "gauge")};

@@ -23,8 +23,17 @@
 //       <parameter name="Health" value="0" behaviour="status" period="20"/>
 //     </parameters>
 //     <gauges><gauge name="PT1_gauge" lowerRange="PT1_Low" ...>...</gauge></gauges>
+//     <navigation>                                  (optional: the menu on the left)
+//       <menuGroup label="Nav_Device" name="Device" treename="device" icon="device.png">
+//         <menuItem label="Nav_Settings" name="Settings" action="forms/settings.xml"/>
+//       </menuGroup>
+//     </navigation>
+//     <functions>                                   (optional: how the host answers launches)
+//       <function id="7002" form="Settings"/>      (opens the form of that name)
+//       <function module="Pump" name="Report" message="Seal_report"/>   (shows a message)
+//     </functions>
 //     <forms>
-//       <form file="forms/settings.xml" title="Settings">
+//       <form file="forms/settings.xml" title="Settings" name="Settings">
 //         <bind control="Flow" parameter="Flow"/>
 //         <bind control="Pressure" parameter="PT1" gauge="PT1_gauge"/>
 //       </form>
@@ -57,6 +66,8 @@ struct Binding {
 
 struct FormEntry {
   std::string title;
+  // What a navigation entry or a function names the form by; the title when not given.
+  std::string name;
   std::string file;
   bool loaded = false;
   xml::FormDocument document;
@@ -70,6 +81,15 @@ struct DevicePackage {
   std::vector<Parameter> parameters;
   std::map<std::string, Ref<platform::XmlNode>> gauges;
   std::vector<FormEntry> forms;
+  // The menu for a navigation control, or Nothing.
+  Ref<platform::XmlNode> navigation;
+  // How the host answers a launch, by function id ("7002") or by module and function
+  // ("Pump.Report"): the name of a form to open, or the key of a message to show.
+  struct Answer {
+    std::string form;
+    std::string message;
+  };
+  std::map<std::string, Answer> functions;
   // The document that the parameters' nodes belong to.
   Ref<platform::XmlNode> document;
 

@@ -241,4 +241,31 @@ bool Session::evaluate(const std::string& expression) const {
   return true;
 }
 
+std::optional<size_t> Session::formNamed(const std::string& name) const {
+  for (size_t i = 0; i < package_.forms.size(); ++i) {
+    if (package_.forms[i].name == name) return i;
+  }
+  return std::nullopt;
+}
+
+std::optional<Session::Answer> Session::answerTo(const host::HostCall& call) const {
+  std::string key;
+  if (call.operation.starts_with("LaunchFunction") && !call.arguments.empty()) {
+    key = call.arguments[0];
+  } else if (call.operation == "CallModuleFunction" && call.arguments.size() >= 2) {
+    key = call.arguments[0] + "." + call.arguments[1];
+  } else {
+    return std::nullopt;
+  }
+  const auto found = package_.functions.find(key);
+  if (found == package_.functions.end()) {
+    return Answer{std::nullopt, "The device has no function " + key + "."};
+  }
+  if (!found->second.form.empty()) {
+    if (auto index = formNamed(found->second.form)) return Answer{index, {}};
+  }
+  const auto text = package_.texts.find(found->second.message);
+  return Answer{std::nullopt, text == package_.texts.end() ? found->second.message : text->second};
+}
+
 }  // namespace tessaline::studio

@@ -31,6 +31,18 @@ class Session {
   host::HostForm* form() { return form_.get(); }
   std::optional<size_t> formIndex() const { return formIndex_; }
 
+  // The form of that name (a navigation entry's "name"), if the package has one.
+  std::optional<size_t> formNamed(const std::string& name) const;
+  // What the host does for a call that launches a function: open a form or show a message
+  // (its text localized). Nothing for other calls and for functions the package doesn't know.
+  // The caller acts on it after the click that led to it, since opening a form ends the
+  // controls of the form on show.
+  struct Answer {
+    std::optional<size_t> form;
+    std::string message;
+  };
+  std::optional<Answer> answerTo(const host::HostCall& call) const;
+
   // The device `seconds` later: moving values move, and every bound control that doesn't show
   // an edit gets the value that changed.
   void tick(double seconds);

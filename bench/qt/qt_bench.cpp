@@ -1,5 +1,6 @@
 // The Qt backend against the headless one, in one run: a gauge update through to the pixels on
-// the viewer widget, and one key typed into a text box from Qt's key event to the host's call.
+// the viewer widget, one key typed into a text box from Qt's key event to the host's call, and
+// the navigation's large menu built and shown on Qt widgets.
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 
@@ -9,6 +10,8 @@
 
 #include "entry/data_text_box.h"
 #include "gauges/data_gauge.h"
+#include "large_menu.h"
+#include "navigation/navigation.h"
 #include "platform/chart/install.h"
 #include "platform/headless/headless.h"
 #include "platform/qt/qt_backend.h"
@@ -93,6 +96,29 @@ void BM_QtKeystroke(benchmark::State& state) {
   platform::setBackend(nullptr);
 }
 BENCHMARK(BM_QtKeystroke)->Unit(benchmark::kMicrosecond);
+
+// The 5,000-entry menu loaded into a navigation and its window shown and laid out.
+void BM_QtNavigationLoadAndShow(benchmark::State& state) {
+  installBackend(true);
+  auto host = std::make_shared<QuietHost>();
+  const Ref<platform::XmlNode> menu = largeMenu();
+  for (auto _ : state) {
+    state.PauseTiming();
+    auto nav = DtmNavigation::create();
+    nav->IDtmNavigation_Init(host, host);
+    state.ResumeTiming();
+    nav->IDtmNavigation_Load(menu);
+    QWidget* window = qt::widgetOf(nav->window());
+    window->show();
+    QApplication::processEvents();
+    state.PauseTiming();
+    nav.reset();
+    QApplication::processEvents();
+    state.ResumeTiming();
+  }
+  platform::setBackend(nullptr);
+}
+BENCHMARK(BM_QtNavigationLoadAndShow)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/picture.h"
 #include "platform/text_editing.h"
 #include "values/dates.h"
 
@@ -650,6 +651,19 @@ void DatePicker::Value(DateSerial value) {
 std::string DatePicker::Text() const { return formatPickerDate(value_, format_); }
 
 void DatePicker::click() {
+// ---- CommandButton, TreeView, ShortcutBar ----
+
+CommandButton::CommandButton(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget(owner, std::move(name), handle) {
+  current().registerWindow(handle_, [this](int32_t& width, int32_t& height) {
+    width = width_ / 15;
+    height = height_ / 15;
+  });
+}
+
+CommandButton::~CommandButton() { unregister(handle_); }
+
+void CommandButton::click() {
   if (!reachable()) return;
   userAction([&] {
     moveFocus(this);
@@ -727,6 +741,103 @@ void DatePicker::pickFromCalendar(int32_t year, int32_t month, int32_t day) {
 void DatePicker::raiseGotFocus() { raise(events.GotFocus); }
 
 void DatePicker::raiseLostFocus() { raise(events.LostFocus); }
+TreeView::Node& TreeView::at(int32_t node) {
+  if (node < 1 || node > NodeCount()) throw VbError(err::IndexOutOfBounds);
+  return nodes_[static_cast<size_t>(node - 1)];
+}
+
+const TreeView::Node& TreeView::at(int32_t node) const {
+  if (node < 1 || node > NodeCount()) throw VbError(err::IndexOutOfBounds);
+  return nodes_[static_cast<size_t>(node - 1)];
+}
+
+int32_t TreeView::AddNode(int32_t parent, const std::string& key, const std::string& text) {
+  if (parent != 0) at(parent);
+  if (keys_.count(key)) throw VbError(err::KeyNotUnique);
+  nodes_.push_back({parent, key, text, Variant(), false});
+  keys_[key] = NodeCount();
+  return NodeCount();
+}
+
+void TreeView::SelectNode(int32_t node) {
+  if (node != 0) at(node);
+  selected_ = node;
+}
+
+void TreeView::Move(int32_t left, int32_t top, int32_t width, int32_t height) {
+  left_ = left;
+  top_ = top;
+  width_ = width;
+  height_ = height;
+}
+
+int32_t TreeView::find(const std::string& key) const {
+  const auto found = keys_.find(key);
+  return found == keys_.end() ? 0 : found->second;
+}
+
+void TreeView::click(int32_t node) {
+  if (!reachable()) return;
+  userAction([&] {
+    SelectNode(node);
+    if (events.NodeClick) events.NodeClick(node);
+  });
+}
+
+ShortcutBar::Bar& ShortcutBar::at(int32_t bar) {
+  if (bar < 1 || bar > BarCount()) throw VbError(err::IndexOutOfBounds);
+  return bars_[static_cast<size_t>(bar - 1)];
+}
+
+const ShortcutBar::Bar& ShortcutBar::at(int32_t bar) const {
+  if (bar < 1 || bar > BarCount()) throw VbError(err::IndexOutOfBounds);
+  return bars_[static_cast<size_t>(bar - 1)];
+}
+
+int32_t ShortcutBar::AddBar(const std::string& key, const std::string& caption,
+                            const std::string& iconKey) {
+  for (const Bar& bar : bars_) {
+    if (bar.key == key) throw VbError(err::KeyNotUnique);
+  }
+  bars_.push_back({key, caption, iconKey, nullptr, false});
+  return BarCount();
+}
+
+void ShortcutBar::BarSelected(int32_t bar, bool value) {
+  if (value) {
+    for (Bar& other : bars_) other.selected = false;
+  }
+  at(bar).selected = value;
+}
+
+void ShortcutBar::SelectedBar(int32_t bar) {
+  at(bar);
+  selectedBar_ = bar;
+}
+
+void ShortcutBar::Redraw(bool value) {
+  redraw_ = value;
+  if (value) ++repaints_;
+}
+
+bool ShortcutBar::LoadIconImageFromFile(const std::string& path, const std::string& key) {
+  opened_.push_back(path);
+  try {
+    icons_[key] = platform::LoadPicture(path);
+    return true;
+  } catch (const VbError&) {
+    return false;
+  }
+}
+
+void ShortcutBar::click(int32_t bar) {
+  if (!reachable()) return;
+  userAction([&] {
+    at(bar);
+    selectedBar_ = bar;
+    if (events.BarClick) events.BarClick(bar);
+  });
+}
 
 ScrollBar::ScrollBar(UserControl& owner, std::string name, platform::WindowHandle handle,
                      bool horizontal)
@@ -920,6 +1031,16 @@ std::unique_ptr<platform::CheckBox> UserControl::createCheckBox(const std::strin
 
 std::unique_ptr<platform::DatePicker> UserControl::createDatePicker(const std::string& name) {
   return std::make_unique<DatePicker>(*this, name, nextHandle());
+std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(const std::string& name) {
+  return std::make_unique<CommandButton>(*this, name, nextHandle());
+}
+
+std::unique_ptr<platform::TreeView> UserControl::createTreeView(const std::string& name) {
+  return std::make_unique<TreeView>(*this, name, nextHandle());
+}
+
+std::unique_ptr<platform::ShortcutBar> UserControl::createShortcutBar(const std::string& name) {
+  return std::make_unique<ShortcutBar>(*this, name, nextHandle());
 }
 
 std::unique_ptr<platform::ListBox> UserControl::createListBox(const std::string& name) {
@@ -978,5 +1099,10 @@ ScrollBar& user(platform::ScrollBar& bar) { return dynamic_cast<ScrollBar&>(bar)
 CheckBox& user(platform::CheckBox& box) { return dynamic_cast<CheckBox&>(box); }
 DatePicker& user(platform::DatePicker& picker) { return dynamic_cast<DatePicker&>(picker); }
 UserControl& user(platform::UserControl& window) { return dynamic_cast<UserControl&>(window); }
+CommandButton& user(platform::CommandButton& button) {
+  return dynamic_cast<CommandButton&>(button);
+}
+TreeView& user(platform::TreeView& tree) { return dynamic_cast<TreeView&>(tree); }
+ShortcutBar& user(platform::ShortcutBar& bar) { return dynamic_cast<ShortcutBar&>(bar); }
 
 }  // namespace tessaline::headless

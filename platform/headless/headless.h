@@ -551,6 +551,124 @@ class ScrollBar : public Widget<platform::ScrollBar> {
   int32_t min_ = 0, max_ = 32767, value_ = 0, smallChange_ = 1, largeChange_ = 1;
 };
 
+class CommandButton : public Widget<platform::CommandButton>, public Focusable {
+ public:
+  CommandButton(UserControl& owner, std::string name, platform::WindowHandle handle);
+  ~CommandButton() override;
+  std::string Caption() const override { return caption_; }
+  void Caption(const std::string& value) override { caption_ = value; }
+
+  // A click of the user: the focus comes to the button, then Click.
+  void click();
+  UserControl& focusOwner() const override { return owner_; }
+  void raiseGotFocus() override {}
+  void raiseLostFocus() override {}
+
+ private:
+  std::string caption_;
+};
+
+// The entries live in one flat list with their parents' numbers, so no operation recurses.
+class TreeView : public Widget<platform::TreeView> {
+ public:
+  using Widget::Widget;
+
+  int32_t AddNode(int32_t parent, const std::string& key, const std::string& text) override;
+  int32_t NodeCount() const override { return static_cast<int32_t>(nodes_.size()); }
+  std::string NodeKey(int32_t node) const override { return at(node).key; }
+  std::string NodeText(int32_t node) const override { return at(node).text; }
+  int32_t NodeParent(int32_t node) const override { return at(node).parent; }
+  Variant NodeTag(int32_t node) const override { return at(node).tag; }
+  void NodeTag(int32_t node, const Variant& tag) override { at(node).tag = tag; }
+  bool NodeExpanded(int32_t node) const override { return at(node).expanded; }
+  void NodeExpanded(int32_t node, bool value) override { at(node).expanded = value; }
+  int32_t SelectedNode() const override { return selected_; }
+  void SelectNode(int32_t node) override;
+  int32_t Indentation() const override { return indentation_; }
+  void Indentation(int32_t value) override { indentation_ = value; }
+  int32_t LineStyle() const override { return lineStyle_; }
+  void LineStyle(int32_t value) override { lineStyle_ = value; }
+  bool HideSelection() const override { return hideSelection_; }
+  void HideSelection(bool value) override { hideSelection_ = value; }
+  void Move(int32_t left, int32_t top, int32_t width, int32_t height) override;
+
+  // The number of the entry with that key, 0 with none.
+  int32_t find(const std::string& key) const;
+  // A click of the user on an entry: it is selected, then NodeClick. Nothing happens on a
+  // hidden or disabled tree.
+  void click(int32_t node);
+
+ private:
+  struct Node {
+    int32_t parent = 0;
+    std::string key;
+    std::string text;
+    Variant tag;
+    bool expanded = false;
+  };
+  Node& at(int32_t node);
+  const Node& at(int32_t node) const;
+
+  std::vector<Node> nodes_;
+  std::map<std::string, int32_t> keys_;
+  int32_t selected_ = 0;
+  int32_t indentation_ = 0;
+  int32_t lineStyle_ = 0;
+  bool hideSelection_ = true;
+};
+
+class ShortcutBar : public Widget<platform::ShortcutBar> {
+ public:
+  using Widget::Widget;
+
+  int32_t AddBar(const std::string& key, const std::string& caption,
+                 const std::string& iconKey) override;
+  int32_t BarCount() const override { return static_cast<int32_t>(bars_.size()); }
+  std::string BarKey(int32_t bar) const override { return at(bar).key; }
+  std::string BarCaption(int32_t bar) const override { return at(bar).caption; }
+  platform::Widget* BarControl(int32_t bar) const override { return at(bar).content; }
+  void BarControl(int32_t bar, platform::Widget* content) override { at(bar).content = content; }
+  bool BarSelected(int32_t bar) const override { return at(bar).selected; }
+  void BarSelected(int32_t bar, bool value) override;
+  int32_t SelectedBar() const override { return selectedBar_; }
+  void SelectedBar(int32_t bar) override;
+  bool BarHasIcon(int32_t bar) const override { return icons_.count(at(bar).iconKey) > 0; }
+  bool Redraw() const override { return redraw_; }
+  void Redraw(bool value) override;
+  int32_t Style() const override { return style_; }
+  void Style(int32_t value) override { style_ = value; }
+  int16_t Align() const override { return align_; }
+  void Align(int16_t value) override { align_ = value; }
+  bool LoadIconImageFromFile(const std::string& path, const std::string& key) override;
+
+  // A click of the user on a bar's caption: the bar opens, then BarClick.
+  void click(int32_t bar);
+  // How often the bar was repainted by Redraw true.
+  int32_t repaints() const { return repaints_; }
+  // The paths that LoadIconImageFromFile was asked to open, in order.
+  const std::vector<std::string>& openedPaths() const { return opened_; }
+
+ private:
+  struct Bar {
+    std::string key;
+    std::string caption;
+    std::string iconKey;
+    platform::Widget* content = nullptr;
+    bool selected = false;
+  };
+  Bar& at(int32_t bar);
+  const Bar& at(int32_t bar) const;
+
+  std::vector<Bar> bars_;
+  std::map<std::string, Ref<Object>> icons_;
+  std::vector<std::string> opened_;
+  int32_t selectedBar_ = 0;
+  int32_t style_ = 0;
+  int32_t repaints_ = 0;
+  int16_t align_ = 0;
+  bool redraw_ = true;
+};
+
 class Timer : public platform::Timer {
  public:
   explicit Timer(std::string name);
@@ -611,6 +729,9 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::Timer> createTimer(const std::string& name) override;
   std::unique_ptr<platform::CheckBox> createCheckBox(const std::string& name) override;
   std::unique_ptr<platform::DatePicker> createDatePicker(const std::string& name) override;
+  std::unique_ptr<platform::CommandButton> createCommandButton(const std::string& name) override;
+  std::unique_ptr<platform::TreeView> createTreeView(const std::string& name) override;
+  std::unique_ptr<platform::ShortcutBar> createShortcutBar(const std::string& name) override;
   platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
   void Controls_Remove(const std::string& name) override;
   platform::Widget* Controls(const std::string& name) override;
@@ -648,5 +769,8 @@ ScrollBar& user(platform::ScrollBar& bar);
 CheckBox& user(platform::CheckBox& box);
 DatePicker& user(platform::DatePicker& picker);
 UserControl& user(platform::UserControl& window);
+CommandButton& user(platform::CommandButton& button);
+TreeView& user(platform::TreeView& tree);
+ShortcutBar& user(platform::ShortcutBar& bar);
 
 }  // namespace tessaline::headless

@@ -575,6 +575,16 @@ std::unique_ptr<platform::CheckBox> UserControl::createCheckBox(const std::strin
 
 std::unique_ptr<platform::DatePicker> UserControl::createDatePicker(const std::string& name) {
   return std::make_unique<DatePicker>(*this, name);
+std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(const std::string& name) {
+  return std::make_unique<CommandButton>(*this, name);
+}
+
+std::unique_ptr<platform::TreeView> UserControl::createTreeView(const std::string& name) {
+  return std::make_unique<TreeView>(*this, name);
+}
+
+std::unique_ptr<platform::ShortcutBar> UserControl::createShortcutBar(const std::string& name) {
+  return std::make_unique<ShortcutBar>(*this, name);
 }
 
 platform::Widget& UserControl::Controls_Add(const std::string& progId, const std::string& name) {

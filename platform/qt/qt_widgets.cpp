@@ -1,5 +1,6 @@
 #include "platform/qt/qt_widgets.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QKeyEvent>
@@ -7,6 +8,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -333,6 +335,9 @@ template class Child<platform::OptionButton, QToolButton>;
 template class Child<platform::ScrollBar, QScrollBar>;
 template class Child<platform::CheckBox, QCheckBox>;
 template class Child<platform::DatePicker, QDateTimeEdit>;
+template class Child<platform::CommandButton, QPushButton>;
+template class Child<platform::TreeView, QTreeWidget>;
+template class Child<platform::ShortcutBar, QToolBox>;
 
 // ---- TextBox ------------------------------------------------------------------------------
 
@@ -1197,6 +1202,238 @@ void Timer::Enabled(bool value) {
 void Timer::restart() {
   timer_.stop();
   if (enabled_ && interval_ > 0) timer_.start(interval_);
+}
+
+// ---- CommandButton, TreeView, ShortcutBar -------------------------------------------------
+
+CommandButton::CommandButton(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QPushButton, true) {
+  QObject::connect(widget_, &QPushButton::clicked, [this] {
+    if (!reachable()) return;
+    userAction([&] {
+      if (events.Click) events.Click();
+    });
+  });
+}
+
+void CommandButton::Caption(const std::string& value) {
+  caption_ = value;
+  if (widget_) widget_->setText(qtText(value));
+}
+
+TreeView::TreeView(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QTreeWidget, true) {
+  widget_->setHeaderHidden(true);
+  widget_->setColumnCount(1);
+  widget_->hide();
+  // The user opens and closes entries too.
+  const auto follow = [this](QTreeWidgetItem* item, bool expanded) {
+    const int32_t node = item ? item->data(0, Qt::UserRole).toInt() : 0;
+    if (node >= 1 && node <= NodeCount()) nodes_[static_cast<size_t>(node - 1)].expanded = expanded;
+  };
+  QObject::connect(widget_, &QTreeWidget::itemExpanded,
+                   [follow](QTreeWidgetItem* item) { follow(item, true); });
+  QObject::connect(widget_, &QTreeWidget::itemCollapsed,
+                   [follow](QTreeWidgetItem* item) { follow(item, false); });
+  QObject::connect(widget_, &QTreeWidget::itemClicked, [this](QTreeWidgetItem* item, int) {
+    if (!reachable() || !item) return;
+    const int32_t node = item->data(0, Qt::UserRole).toInt();
+    userAction([&] {
+      SelectNode(node);
+      if (events.NodeClick) events.NodeClick(node);
+    });
+  });
+}
+
+// Out of the widget in one step, then children before their parents: each item is a leaf
+// that belongs to no model when it goes.
+TreeView::~TreeView() {
+  if (widget_ && flushed_) {
+    while (widget_->topLevelItemCount() > 0) widget_->takeTopLevelItem(0);
+  }
+  for (auto node = nodes_.rbegin(); node != nodes_.rend(); ++node) {
+    if (QTreeWidgetItem* parent = node->item->parent()) parent->removeChild(node->item);
+    delete node->item;
+  }
+}
+
+void TreeView::flush() {
+  if (flushed_ || !widget_) return;
+  flushed_ = true;
+  widget_->addTopLevelItems(QList<QTreeWidgetItem*>(pendingTop_.begin(), pendingTop_.end()));
+  pendingTop_.clear();
+  for (const Node& node : nodes_) {
+    if (node.expanded) node.item->setExpanded(true);
+  }
+  if (selected_ != 0) {
+    const QSignalBlocker blocker(widget_);
+    widget_->setCurrentItem(at(selected_).item);
+  }
+}
+
+TreeView::Node& TreeView::at(int32_t node) {
+  if (node < 1 || node > NodeCount()) throw VbError(err::IndexOutOfBounds);
+  return nodes_[static_cast<size_t>(node - 1)];
+}
+
+const TreeView::Node& TreeView::at(int32_t node) const {
+  if (node < 1 || node > NodeCount()) throw VbError(err::IndexOutOfBounds);
+  return nodes_[static_cast<size_t>(node - 1)];
+}
+
+void TreeView::Visible(bool value) {
+  visible_ = value;
+  if (value && attached_) flush();
+  if (widget_) widget_->setVisible(value && attached_);
+}
+
+void TreeView::attached() {
+  attached_ = true;
+  if (visible_) flush();
+  if (widget_) widget_->setVisible(visible_);
+}
+
+int32_t TreeView::AddNode(int32_t parent, const std::string& key, const std::string& text) {
+  QTreeWidgetItem* parentItem = parent != 0 ? at(parent).item : nullptr;
+  if (keys_.count(key)) throw VbError(err::KeyNotUnique);
+  auto* item = parentItem ? new QTreeWidgetItem(parentItem) : new QTreeWidgetItem();
+  item->setText(0, qtText(text));
+  if (!parentItem) {
+    if (flushed_ && widget_) {
+      widget_->addTopLevelItem(item);
+    } else {
+      pendingTop_.push_back(item);
+    }
+  }
+  nodes_.push_back({parent, key, Variant(), item, false});
+  const int32_t node = NodeCount();
+  item->setData(0, Qt::UserRole, node);
+  keys_[key] = node;
+  return node;
+}
+
+std::string TreeView::NodeText(int32_t node) const { return utf8(at(node).item->text(0)); }
+
+bool TreeView::NodeExpanded(int32_t node) const { return at(node).expanded; }
+
+void TreeView::NodeExpanded(int32_t node, bool value) {
+  Node& entry = at(node);
+  entry.expanded = value;
+  if (flushed_) entry.item->setExpanded(value);
+}
+
+void TreeView::SelectNode(int32_t node) {
+  QTreeWidgetItem* item = node != 0 ? at(node).item : nullptr;
+  selected_ = node;
+  if (!widget_ || !flushed_) return;
+  const QSignalBlocker blocker(widget_);
+  widget_->setCurrentItem(item);
+}
+
+// Indentation counts in twips; Qt's in pixels.
+void TreeView::Indentation(int32_t value) {
+  indentation_ = value;
+  if (widget_) widget_->setIndentation(std::max(pixelsOf(value), 12));
+}
+
+void TreeView::LineStyle(int32_t value) {
+  lineStyle_ = value;
+  if (widget_) widget_->setRootIsDecorated(true);
+}
+
+void TreeView::Move(int32_t left, int32_t top, int32_t width, int32_t height) {
+  left_ = left;
+  top_ = top;
+  width_ = width;
+  height_ = height;
+  if (!attached_) place();
+}
+
+ShortcutBar::ShortcutBar(UserControl& owner, const std::string& name)
+    : Child(owner, name, new QToolBox, true) {}
+
+ShortcutBar::Bar& ShortcutBar::at(int32_t bar) {
+  if (bar < 1 || bar > BarCount()) throw VbError(err::IndexOutOfBounds);
+  return bars_[static_cast<size_t>(bar - 1)];
+}
+
+const ShortcutBar::Bar& ShortcutBar::at(int32_t bar) const {
+  if (bar < 1 || bar > BarCount()) throw VbError(err::IndexOutOfBounds);
+  return bars_[static_cast<size_t>(bar - 1)];
+}
+
+int32_t ShortcutBar::AddBar(const std::string& key, const std::string& caption,
+                            const std::string& iconKey) {
+  for (const Bar& bar : bars_) {
+    if (bar.key == key) throw VbError(err::KeyNotUnique);
+  }
+  auto* page = new QWidget;
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  const auto icon = icons_.find(iconKey);
+  {
+    const QSignalBlocker blocker(widget_);
+    widget_->addItem(page, icon == icons_.end() ? QIcon() : icon->second, qtText(caption));
+  }
+  bars_.push_back({key, caption, iconKey, nullptr, page, false});
+  const int32_t bar = BarCount();
+  // The caption is a button of the tool box, made by addItem: a click on it raises BarClick
+  // after the tool box opened the page, also when the page was open already.
+  const QList<QAbstractButton*> buttons = widget_->findChildren<QAbstractButton*>(
+      QStringLiteral("qt_toolbox_toolboxbutton"), Qt::FindDirectChildrenOnly);
+  if (!buttons.isEmpty()) {
+    QObject::connect(buttons.back(), &QAbstractButton::clicked, [this, bar] {
+      if (!reachable()) return;
+      userAction([&] {
+        selectedBar_ = bar;
+        if (events.BarClick) events.BarClick(bar);
+      });
+    });
+  }
+  return bar;
+}
+
+void ShortcutBar::BarControl(int32_t bar, platform::Widget* content) {
+  Bar& target = at(bar);
+  target.content = content;
+  if (auto* tree = dynamic_cast<TreeView*>(content); tree && tree->widget()) {
+    target.page->layout()->addWidget(tree->widget());
+    tree->attached();
+  }
+}
+
+void ShortcutBar::BarSelected(int32_t bar, bool value) {
+  if (value) {
+    for (Bar& other : bars_) other.selected = false;
+  }
+  at(bar).selected = value;
+}
+
+void ShortcutBar::SelectedBar(int32_t bar) {
+  at(bar);
+  selectedBar_ = bar;
+  const QSignalBlocker blocker(widget_);
+  widget_->setCurrentIndex(bar - 1);
+}
+
+void ShortcutBar::Redraw(bool value) {
+  redraw_ = value;
+  widget_->setUpdatesEnabled(value);
+  if (value) widget_->update();
+}
+
+// Read through the picture service, so that the formats are those of every other picture.
+bool ShortcutBar::LoadIconImageFromFile(const std::string& path, const std::string& key) {
+  try {
+    const Ref<platform::Picture> picture = platform::LoadPicture(path);
+    // A deep copy: the picture's pixels go with the picture, and the icon outlives it.
+    const QImage image = imageOf(picture).copy();
+    if (image.isNull()) return false;
+    icons_[key] = QIcon(QPixmap::fromImage(image));
+    return true;
+  } catch (const VbError&) {
+    return false;
+  }
 }
 
 }  // namespace tessaline::qt

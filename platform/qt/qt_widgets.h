@@ -11,9 +11,12 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
+#include <QToolBox>
 #include <QToolButton>
+#include <QTreeWidget>
 #include <QWidget>
 #include <functional>
 #include <map>
@@ -354,6 +357,124 @@ class ScrollBar : public Child<platform::ScrollBar, QScrollBar> {
   int32_t min_ = 0, max_ = 32767, value_ = 0, smallChange_ = 1, largeChange_ = 1;
 };
 
+// The command button on a QPushButton: a click of the user raises Click.
+class CommandButton : public Child<platform::CommandButton, QPushButton> {
+ public:
+  CommandButton(UserControl& owner, const std::string& name);
+  std::string Caption() const override { return caption_; }
+  void Caption(const std::string& value) override;
+
+ private:
+  std::string caption_;
+};
+
+// The tree on a QTreeWidget. The entries are also kept in a flat list by number, so that no
+// operation of ours recurses. Entries added while the tree isn't shown are built apart from the
+// widget and handed to it in one step when it shows (with their expanded state and the
+// selection): Qt's model would otherwise update every expanded entry at each insertion, which
+// makes a deep menu quadratic. They are taken out of the widget in one step and deleted deepest
+// first, so that nothing recurses through them. The widget shows only once a shortcut bar
+// holds it.
+class TreeView : public Child<platform::TreeView, QTreeWidget> {
+ public:
+  TreeView(UserControl& owner, const std::string& name);
+  ~TreeView() override;
+
+  using Child::Visible;
+  void Visible(bool value) override;
+  int32_t AddNode(int32_t parent, const std::string& key, const std::string& text) override;
+  int32_t NodeCount() const override { return static_cast<int32_t>(nodes_.size()); }
+  std::string NodeKey(int32_t node) const override { return at(node).key; }
+  std::string NodeText(int32_t node) const override;
+  int32_t NodeParent(int32_t node) const override { return at(node).parent; }
+  Variant NodeTag(int32_t node) const override { return at(node).tag; }
+  void NodeTag(int32_t node, const Variant& tag) override { at(node).tag = tag; }
+  bool NodeExpanded(int32_t node) const override;
+  void NodeExpanded(int32_t node, bool value) override;
+  int32_t SelectedNode() const override { return selected_; }
+  void SelectNode(int32_t node) override;
+  int32_t Indentation() const override { return indentation_; }
+  void Indentation(int32_t value) override;
+  int32_t LineStyle() const override { return lineStyle_; }
+  void LineStyle(int32_t value) override;
+  bool HideSelection() const override { return hideSelection_; }
+  void HideSelection(bool value) override { hideSelection_ = value; }
+  void Move(int32_t left, int32_t top, int32_t width, int32_t height) override;
+
+  // The Qt item of an entry, for a user that clicks it.
+  QTreeWidgetItem* item(int32_t node) const { return at(node).item; }
+  // A shortcut bar took the widget into one of its pages.
+  void attached();
+
+ private:
+  struct Node {
+    int32_t parent = 0;
+    std::string key;
+    Variant tag;
+    QTreeWidgetItem* item = nullptr;
+    bool expanded = false;
+  };
+  Node& at(int32_t node);
+  const Node& at(int32_t node) const;
+  // Hands the entries built apart to the widget, once it is to be seen.
+  void flush();
+
+  std::vector<Node> nodes_;
+  std::vector<QTreeWidgetItem*> pendingTop_;
+  bool flushed_ = false;
+  std::map<std::string, int32_t> keys_;
+  int32_t selected_ = 0;
+  int32_t indentation_ = 0;
+  int32_t lineStyle_ = 0;
+  bool hideSelection_ = true;
+  bool attached_ = false;
+};
+
+// The shortcut bar on a QToolBox: one page per bar, holding the bar's content.
+class ShortcutBar : public Child<platform::ShortcutBar, QToolBox> {
+ public:
+  ShortcutBar(UserControl& owner, const std::string& name);
+
+  int32_t AddBar(const std::string& key, const std::string& caption,
+                 const std::string& iconKey) override;
+  int32_t BarCount() const override { return static_cast<int32_t>(bars_.size()); }
+  std::string BarKey(int32_t bar) const override { return at(bar).key; }
+  std::string BarCaption(int32_t bar) const override { return at(bar).caption; }
+  platform::Widget* BarControl(int32_t bar) const override { return at(bar).content; }
+  void BarControl(int32_t bar, platform::Widget* content) override;
+  bool BarSelected(int32_t bar) const override { return at(bar).selected; }
+  void BarSelected(int32_t bar, bool value) override;
+  int32_t SelectedBar() const override { return selectedBar_; }
+  void SelectedBar(int32_t bar) override;
+  bool BarHasIcon(int32_t bar) const override { return icons_.count(at(bar).iconKey) > 0; }
+  bool Redraw() const override { return redraw_; }
+  void Redraw(bool value) override;
+  int32_t Style() const override { return style_; }
+  void Style(int32_t value) override { style_ = value; }
+  int16_t Align() const override { return align_; }
+  void Align(int16_t value) override { align_ = value; }
+  bool LoadIconImageFromFile(const std::string& path, const std::string& key) override;
+
+ private:
+  struct Bar {
+    std::string key;
+    std::string caption;
+    std::string iconKey;
+    platform::Widget* content = nullptr;
+    QWidget* page = nullptr;
+    bool selected = false;
+  };
+  Bar& at(int32_t bar);
+  const Bar& at(int32_t bar) const;
+
+  std::vector<Bar> bars_;
+  std::map<std::string, QIcon> icons_;
+  int32_t selectedBar_ = 0;
+  int32_t style_ = 0;
+  int16_t align_ = 0;
+  bool redraw_ = true;
+};
+
 class Timer : public platform::Timer {
  public:
   explicit Timer(std::string name);
@@ -408,6 +529,9 @@ class UserControl : public platform::UserControl {
   std::unique_ptr<platform::Timer> createTimer(const std::string& name) override;
   std::unique_ptr<platform::CheckBox> createCheckBox(const std::string& name) override;
   std::unique_ptr<platform::DatePicker> createDatePicker(const std::string& name) override;
+  std::unique_ptr<platform::CommandButton> createCommandButton(const std::string& name) override;
+  std::unique_ptr<platform::TreeView> createTreeView(const std::string& name) override;
+  std::unique_ptr<platform::ShortcutBar> createShortcutBar(const std::string& name) override;
   platform::Widget& Controls_Add(const std::string& progId, const std::string& name) override;
   void Controls_Remove(const std::string& name) override;
   platform::Widget* Controls(const std::string& name) override;

@@ -5,6 +5,9 @@
 
 #include <QApplication>
 
+#include "action/function_button.h"
+#include "action/launch_button.h"
+#include "action/picture_buttons.h"
 #include "display/launch_label.h"
 #include "entry/data_combo_box.h"
 #include "entry/data_combo_box2.h"
@@ -13,6 +16,7 @@
 #include "entry/list_control.h"
 #include "gauges/data_gauge.h"
 #include "host/reference_host.h"
+#include "navigation/navigation.h"
 #include "platform/chart/install.h"
 #include "platform/picture.h"
 #include "platform/regexp/pcre2_regexp.h"
@@ -271,6 +275,61 @@ TEST_P(Behaviour, TheViewerZoomsOnClickAndScrollsOnDrag) {
   user->drag(*viewer, 100, 50, 80, 50);
   EXPECT_DOUBLE_EQ(viewer->ViewPortLeft(), 0.175);
   EXPECT_EQ(changes, 2);
+}
+
+TEST_P(Behaviour, TheButtonsLaunchOnAClickAndAHiddenOneDoesNot) {
+  auto launch = make<DTMLaunchButton>();
+  launch->IDTMControl_FunctionID(42);
+  auto function = make<DTMFunctionButton>();
+  function->IDTMControl_ModuleName("Pump");
+  function->IDTMControl_FunctionName("Prime");
+  auto picture = make<DTMDataPictureButton>();
+  picture->IDTMControl_FunctionID(5);
+  picture->IDtmControl_LaunchType(1);
+  host->takeCalls();
+  user->click(launch->Command1());
+  user->click(function->Command1());
+  user->click(picture->ImgIcon());
+  EXPECT_EQ(operations(), (std::vector<std::string>{"LaunchFunctionPrimary", "CallModuleFunction",
+                                                    "LaunchFunctionSecondary"}));
+  launch->IDtmControl_Visible(false);
+  launch->IDtmControl_Enable(true);
+  user->click(launch->Command1());
+  function->IDtmControl_Enable(false);
+  user->click(function->Command1());
+  EXPECT_EQ(operations(), std::vector<std::string>{});
+}
+
+TEST_P(Behaviour, TheNavigationTurnsClicksIntoTheNamesOfDialogs) {
+  auto nav = DtmNavigation::create();
+  std::vector<std::string> dialogs;
+  nav->events.LoadDialog = [&](const std::string& key) { dialogs.push_back(key); };
+  nav->window().Width(3000);
+  nav->window().Height(6000);
+  nav->IDtmNavigation_Init(host, host);
+  nav->IDtmNavigation_Load(xml::parseElement(
+      "<n><menuGroup label='A' name='A' treename='t' icon='a.png'>"
+      "<folder label='F' name='F'><menuItem label='One' name='One' action='1'/></folder>"
+      "<menuItem label='Two' name='Two' action='2'/></menuGroup>"
+      "<menuGroup label='B' name='B' treename='t' icon='b.png'>"
+      "<folder label='G' name='G'><folder label='H' name='H'>"
+      "<menuItem label='Deep' name='Deep' action='3'/></folder></folder></menuGroup></n>"));
+  user->show(nav->window());
+  platform::TreeView& first = *nav->TreeViews(1);
+  user->click(first, 4);
+  user->click(first, 2);
+  user->click(first, 3);
+  user->click(nav->NavigationBar(), 2);
+  EXPECT_EQ(dialogs, (std::vector<std::string>{"Two", "One", "Deep"}));
+  EXPECT_EQ(nav->TreeViews(2)->SelectedNode(), 4);
+  EXPECT_EQ(nav->NavigationBar().SelectedBar(), 2);
+  EXPECT_TRUE(nav->IDtmNavigation_ActivateMenu("Two"));
+  EXPECT_EQ(nav->NavigationBar().SelectedBar(), 1);
+  EXPECT_EQ(first.SelectedNode(), 4);
+  EXPECT_EQ(dialogs.size(), 3u);
+  nav->IDtmNavigation_Uninitialize();
+  user->click(first, 3);
+  EXPECT_EQ(dialogs.size(), 3u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, Behaviour,

@@ -12,12 +12,15 @@
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QToolBox>
 #include <QToolTip>
+#include <QTreeWidget>
 
 #include "entry/data_combo_box.h"
 #include "entry/data_text_box.h"
 #include "gauges/data_gauge.h"
 #include "host/reference_host.h"
+#include "navigation/navigation.h"
 #include "platform/chart/install.h"
 #include "platform/picture.h"
 #include "platform/regexp/pcre2_regexp.h"
@@ -176,6 +179,51 @@ TEST_F(QtBackend, AnErrorInAHandlerStopsTheActionAndReachesNoQtCode) {
   const auto errors = qt::takeUnhandledErrors();
   ASSERT_EQ(errors.size(), 1u);
   EXPECT_EQ(errors[0].number(), err::TypeMismatch);
+}
+
+// The bars of the navigation are pages of a tool box, with the picture and caption of each
+// and the tree inside; a bar whose picture can't be read has none.
+TEST_F(QtBackend, TheNavigationsBarsArePagesWithTheirPicturesAndTrees) {
+  host->baseFolder = TESSALINE_SOURCE_DIR "/devices/sample-pump";
+  auto nav = DtmNavigation::create();
+  nav->IDtmNavigation_Init(host, host);
+  nav->IDtmNavigation_Load(
+      xml::parseElement("<n><menuGroup label='Device' name='D' treename='t' icon='device.png'>"
+                        "<menuItem label='Settings' name='S' action='s'/></menuGroup>"
+                        "<menuGroup label='None' name='N' treename='t' icon='missing.png'/></n>"));
+  auto* box = qobject_cast<QToolBox*>(qt::widgetOf(nav->NavigationBar()));
+  ASSERT_TRUE(box);
+  ASSERT_EQ(box->count(), 2);
+  EXPECT_EQ(box->itemText(0), "Device");
+  EXPECT_FALSE(box->itemIcon(0).isNull());
+  EXPECT_TRUE(box->itemIcon(1).isNull());
+  auto* tree = qobject_cast<QTreeWidget*>(qt::widgetOf(*nav->TreeViews(1)));
+  ASSERT_TRUE(tree);
+  EXPECT_TRUE(box->widget(0)->isAncestorOf(tree));
+  EXPECT_EQ(tree->topLevelItem(0)->child(0)->text(0), "Settings");
+}
+
+// Ten thousand levels on real widgets: built, shown, clicked through its bar and destroyed
+// without Qt recursing through the items.
+TEST_F(QtBackend, ADeepMenuIsBuiltShownAndDestroyed) {
+  constexpr int kDepth = 10000;
+  std::string menu = "<n><menuGroup label='G' name='G' treename='t' icon='g.png'>";
+  for (int i = 0; i < kDepth; ++i) menu += "<f label='L' name='F" + std::to_string(i) + "'>";
+  menu += "<menuItem label='Deep' name='Deep' action='d'/>";
+  for (int i = 0; i < kDepth; ++i) menu += "</f>";
+  menu += "</menuGroup></n>";
+  auto nav = DtmNavigation::create();
+  std::vector<std::string> dialogs;
+  nav->events.LoadDialog = [&](const std::string& key) { dialogs.push_back(key); };
+  nav->IDtmNavigation_Init(host, host);
+  nav->IDtmNavigation_Load(xml::parseElement(menu));
+  QWidget* window = qt::widgetOf(nav->window());
+  window->show();
+  QApplication::processEvents();
+  EXPECT_EQ(nav->TreeViews(1)->NodeCount(), kDepth + 2);
+  EXPECT_TRUE(nav->IDtmNavigation_ActivateMenu("Deep"));
+  QApplication::processEvents();
+  nav.reset();
 }
 
 }  // namespace

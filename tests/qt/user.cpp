@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
@@ -13,6 +14,7 @@
 
 #include "platform/headless/headless.h"
 #include "platform/qt/qt_backend.h"
+#include "platform/qt/qt_widgets.h"
 #include "values/text.h"
 
 namespace tessaline::testing {
@@ -41,6 +43,12 @@ class HeadlessUser : public User {
   void pick(platform::ComboBox& combo, int32_t row) override { headless::user(combo).pick(row); }
   void pick(platform::ListBox& list, int32_t row) override { headless::user(list).pick(row); }
   void click(platform::Label& label) override { headless::user(label).click(); }
+  void click(platform::Image& image) override { headless::user(image).click(); }
+  void click(platform::CommandButton& button) override { headless::user(button).click(); }
+  void click(platform::TreeView& tree, int32_t node) override { headless::user(tree).click(node); }
+  void click(platform::ShortcutBar& bar, int32_t position) override {
+    headless::user(bar).click(position);
+  }
   void click(platform::ChartViewer& viewer, int32_t x, int32_t y) override {
     headless::user(viewer).click(x, y);
   }
@@ -158,6 +166,33 @@ class QtUser : public User {
   }
   void click(platform::Label& label) override {
     QTest::mouseClick(qt::widgetOf(label), Qt::LeftButton, {}, QPoint(1, 1));
+  }
+  void click(platform::Image& image) override {
+    QTest::mouseClick(qt::widgetOf(image), Qt::LeftButton, {}, QPoint(1, 1));
+  }
+  void click(platform::CommandButton& button) override {
+    QWidget* widget = qt::widgetOf(button);
+    QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
+  }
+  void click(platform::TreeView& tree, int32_t node) override {
+    auto* widget = qobject_cast<QTreeWidget*>(qt::widgetOf(tree));
+    QTreeWidgetItem* item = dynamic_cast<qt::TreeView&>(tree).item(node);
+    if (!widget->isVisible() || !widget->isEnabled()) return;
+    widget->scrollToItem(item);
+    const QRect rect = widget->visualItemRect(item);
+    QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, rect.center());
+  }
+  // The caption of a bar is a button of the tool box, one per page in order.
+  void click(platform::ShortcutBar& bar, int32_t position) override {
+    QWidget* box = qt::widgetOf(bar);
+    QList<QAbstractButton*> buttons;
+    for (QAbstractButton* button : box->findChildren<QAbstractButton*>()) {
+      if (button->objectName() == QLatin1String("qt_toolbox_toolboxbutton"))
+        buttons.push_back(button);
+    }
+    if (position < 1 || position > buttons.size()) return;
+    QAbstractButton* caption = buttons[position - 1];
+    QTest::mouseClick(caption, Qt::LeftButton, {}, caption->rect().center());
   }
   void click(platform::ChartViewer& viewer, int32_t x, int32_t y) override {
     QTest::mouseClick(qt::widgetOf(viewer), Qt::LeftButton, {}, QPoint(x, y));

@@ -35,6 +35,12 @@ class User {
   virtual void pick(platform::ComboBox& combo, int32_t row) = 0;
   virtual void pick(platform::ListBox& list, int32_t row) = 0;
   virtual void click(platform::Label& label) = 0;
+  virtual void click(platform::Image& image) = 0;
+  virtual void click(platform::CommandButton& button) = 0;
+  // A click on an entry of a tree, by its number.
+  virtual void click(platform::TreeView& tree, int32_t node) = 0;
+  // A click on a bar's caption, by its position.
+  virtual void click(platform::ShortcutBar& bar, int32_t position) = 0;
   // A click at a point of the viewer, in pixels.
   virtual void click(platform::ChartViewer& viewer, int32_t x, int32_t y) = 0;
   virtual void drag(platform::ChartViewer& viewer, int32_t fromX, int32_t fromY, int32_t toX,
