@@ -289,6 +289,8 @@ class DatePicker : public Widget {
   virtual DateSerial MaxDate() const = 0;
   // What the picker shows: the date by the custom format.
   virtual std::string Text() const = 0;
+};
+
 // The classic command button: a caption and a click.
 // - A click of the user on an enabled, visible button raises Click; setting the caption
 //   raises nothing.

@@ -651,19 +651,6 @@ void DatePicker::Value(DateSerial value) {
 std::string DatePicker::Text() const { return formatPickerDate(value_, format_); }
 
 void DatePicker::click() {
-// ---- CommandButton, TreeView, ShortcutBar ----
-
-CommandButton::CommandButton(UserControl& owner, std::string name, platform::WindowHandle handle)
-    : Widget(owner, std::move(name), handle) {
-  current().registerWindow(handle_, [this](int32_t& width, int32_t& height) {
-    width = width_ / 15;
-    height = height_ / 15;
-  });
-}
-
-CommandButton::~CommandButton() { unregister(handle_); }
-
-void CommandButton::click() {
   if (!reachable()) return;
   userAction([&] {
     moveFocus(this);
@@ -741,6 +728,27 @@ void DatePicker::pickFromCalendar(int32_t year, int32_t month, int32_t day) {
 void DatePicker::raiseGotFocus() { raise(events.GotFocus); }
 
 void DatePicker::raiseLostFocus() { raise(events.LostFocus); }
+
+// ---- CommandButton, TreeView, ShortcutBar ----
+
+CommandButton::CommandButton(UserControl& owner, std::string name, platform::WindowHandle handle)
+    : Widget(owner, std::move(name), handle) {
+  current().registerWindow(handle_, [this](int32_t& width, int32_t& height) {
+    width = width_ / 15;
+    height = height_ / 15;
+  });
+}
+
+CommandButton::~CommandButton() { unregister(handle_); }
+
+void CommandButton::click() {
+  if (!reachable()) return;
+  userAction([&] {
+    moveFocus(this);
+    raise(events.Click);
+  });
+}
+
 TreeView::Node& TreeView::at(int32_t node) {
   if (node < 1 || node > NodeCount()) throw VbError(err::IndexOutOfBounds);
   return nodes_[static_cast<size_t>(node - 1)];
@@ -1031,6 +1039,8 @@ std::unique_ptr<platform::CheckBox> UserControl::createCheckBox(const std::strin
 
 std::unique_ptr<platform::DatePicker> UserControl::createDatePicker(const std::string& name) {
   return std::make_unique<DatePicker>(*this, name, nextHandle());
+}
+
 std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(const std::string& name) {
   return std::make_unique<CommandButton>(*this, name, nextHandle());
 }

@@ -575,6 +575,8 @@ std::unique_ptr<platform::CheckBox> UserControl::createCheckBox(const std::strin
 
 std::unique_ptr<platform::DatePicker> UserControl::createDatePicker(const std::string& name) {
   return std::make_unique<DatePicker>(*this, name);
+}
+
 std::unique_ptr<platform::CommandButton> UserControl::createCommandButton(const std::string& name) {
   return std::make_unique<CommandButton>(*this, name);
 }
