@@ -11,9 +11,12 @@
 #include "platform/chart/install.h"
 #include "platform/headless/headless.h"
 #include "platform/picture.h"
+#include "platform/xml/pugi_dom.h"
 #include "quiet_host.h"
 #include "trends/data_trend.h"
 #include "trends/dynamic_trend.h"
+#include "trends/multi_trend.h"
+#include "trends/waveform.h"
 
 namespace {
 
@@ -76,6 +79,55 @@ void BM_DataTrendRedraw(benchmark::State& state) {
   if (!hasPicture(trend->frame().viewer())) state.SkipWithError("no picture");
 }
 BENCHMARK(BM_DataTrendRedraw)->Unit(benchmark::kMillisecond);
+
+// Seven lines of 1500 samples with the legend, 738x484: the value and three full bands.
+void BM_MultiTrendRedraw(benchmark::State& state) {
+  Stage stage;
+  auto trend = DTMMultiTrendControl::create();
+  trend->IDTMControl_Init(stage.host);
+  trend->IDtmTrendControl_TrendDataDef(xml::parseElement(
+      R"(<trend lowerRange="L" upperRange="U" isLegend="true">)"
+      R"(<trendSource color="1F4E9A" label="Flow" itemName="PV"/>)"
+      R"(<rangeSource color="7F7F7F" label="Range" itemNameHi="RH" itemNameLow="RL"/>)"
+      R"(<limitSource color="E08A00" label="Limits" itemNameHi="LH" itemNameLow="LL"/>)"
+      R"(<alertSource color="D02020" label="Alerts" itemNameHi="AH" itemNameLow="AL"/></trend>)"));
+  trend->IDtmTrendControl_XLabel("Flow");
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("U", Variant(120));
+  headless::Clock& clock = headless::current().clock();
+  for (int second = 0; second < 3800; second += 5) {
+    trend->IDtmTrendControl_RangeHighValue(Variant(110 + std::sin(second * 0.01)));
+    trend->IDtmTrendControl_RangeLowValue(Variant(10 + std::sin(second * 0.013)));
+    trend->IDtmTrendControl_LimitHighValue(Variant(95 + std::sin(second * 0.017)));
+    trend->IDtmTrendControl_LimitLowValue(Variant(25 + std::sin(second * 0.019)));
+    trend->IDtmTrendControl_AlertHighValue(Variant(85 + std::sin(second * 0.023)));
+    trend->IDtmTrendControl_AlertLowValue(Variant(35 + std::sin(second * 0.029)));
+    trend->IDtmTrendControl_ItemValue(Variant(pressure(second)));
+    clock.advance(5);
+  }
+  for (auto _ : state) trend->MultiChartViewer().updateViewPort(true, false);
+  if (!hasPicture(trend->MultiChartViewer())) state.SkipWithError("no picture");
+}
+BENCHMARK(BM_MultiTrendRedraw)->Unit(benchmark::kMillisecond);
+
+// A wave form of 100,000 points drawn whole.
+void BM_WaveFormRedraw(benchmark::State& state) {
+  Stage stage;
+  auto wave = DTMWaveFormControl::create();
+  wave->IDTMControl_Init(stage.host);
+  wave->IDtmWaveFormControl_TrendDataDef(
+      xml::parseElement(R"(<w lowerRange="" upperRange="" lineColor="1F4E9A" isLegend=""/>)"));
+  wave->IDtmWaveFormControl_SetXUpperValue(Variant(200));
+  VariantArray xs, ys;
+  for (int i = 0; i < 100000; ++i) {
+    xs.items.emplace_back(i * 0.002);
+    ys.items.emplace_back(pressure(i * 0.05));
+  }
+  wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
+  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
+  for (auto _ : state) wave->IDtmWaveFormControl_DrawChart();
+  if (!hasPicture(wave->ChartViewer1())) state.SkipWithError("no picture");
+}
+BENCHMARK(BM_WaveFormRedraw)->Unit(benchmark::kMillisecond);
 
 double cpuSeconds() {
   timespec t{};

@@ -12,7 +12,11 @@ Variant extreme(const VariantArray& values, int wanted) {
   if (values.items.empty()) throw VbError(err::SubscriptOutOfRange);
   const Variant* best = &values.items.front();
   for (const Variant& value : values.items) {
-    if (compare(value, *best) == wanted) best = &value;
+    const double *number = value.ifDouble(), *bestNumber = best->ifDouble();
+    const bool beyond = number && bestNumber
+                            ? (wanted > 0 ? *number > *bestNumber : *number < *bestNumber)
+                            : compare(value, *best) == wanted;
+    if (beyond) best = &value;
   }
   return *best;
 }

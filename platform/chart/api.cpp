@@ -84,7 +84,9 @@ std::vector<double> argSeries(const Variant& value) {
   std::vector<double> out;
   out.reserve(items.size());
   for (const auto& item : items) {
-    if (item.isNumeric()) {
+    if (const double* number = item.ifDouble()) {
+      out.push_back(*number);
+    } else if (item.isNumeric()) {
       out.push_back(item.toDouble());
     } else {
       try {
