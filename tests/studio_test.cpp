@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 #include "action/function_button.h"
 #include "action/launch_button.h"
@@ -11,8 +12,12 @@
 #include "entry/data_combo_box.h"
 #include "entry/data_text_box.h"
 #include "gauges/data_gauge.h"
+#include "gauges/gauge_control.h"
 #include "navigation/navigation.h"
+#include "server/class_catalogue.h"
 #include "support.h"
+#include "trends/host_fed_chart.h"
+#include "trends/single_trend.h"
 
 namespace tessaline {
 namespace {
@@ -155,6 +160,48 @@ TEST_F(Studio, TheSamplePackageLoadsWithoutAProblemAndRunsEveryForm) {
     session->openForm(i, problems);
     for (int tick = 0; tick < 8; ++tick) session->tick(0.25);
     EXPECT_EQ(problems, std::vector<std::string>{}) << session->package().forms[i].title;
+  }
+}
+
+// The sample device shows every control class of the library, and its charts draw live: the
+// host-fed multi-trend and wave form get their values and arrays from the session.
+TEST_F(Studio, TheSampleDeviceShowsEveryControlAndItsChartsDrawLive) {
+  session = std::make_unique<studio::Session>(
+      studio::loadPackage(TESSALINE_SOURCE_DIR "/devices/sample-pump", problems));
+  std::set<std::string> shown;
+  size_t pictures = 0;
+  for (size_t i = 0; i < session->package().forms.size(); ++i) {
+    session->openForm(i, problems);
+    for (int tick = 0; tick < 12; ++tick) session->tick(1);
+    for (const host::PlacedControl& placed : session->form()->controls()) {
+      shown.insert(placed.progId);
+      platform::ChartViewer* viewer = nullptr;
+      if (auto gauge = dynamic_cast<GaugeControl*>(placed.control.get())) {
+        viewer = &gauge->ChartViewer1();
+      } else if (auto trend = dynamic_cast<SingleItemTrend*>(placed.control.get())) {
+        viewer = &trend->frame().viewer();
+      } else if (auto chart = dynamic_cast<HostFedChart*>(placed.control.get())) {
+        viewer = &chart->frame().viewer();
+      }
+      if (viewer) {
+        EXPECT_FALSE(viewer->Picture().isNothing()) << placed.progId << " shows no chart";
+        pictures += !viewer->Picture().isNothing();
+      }
+    }
+  }
+  // The navigation stands on the studio's left, driven by the package's menu.
+  if (session->package().navigation) shown.insert("Tessaline.DtmNavigation");
+  size_t classes = 0;
+  for (const CatalogueEntry& entry : catalogue()) {
+    if (!entry.identity->isControl()) continue;
+    ++classes;
+    EXPECT_TRUE(shown.count(std::string(entry.identity->progId())))
+        << entry.identity->progId() << " is on no form of the sample device";
+  }
+  EXPECT_EQ(classes, 23u);
+  EXPECT_EQ(pictures, 7u);  // three gauges, three trends, the wave form
+  for (const std::string& line : session->host().errorLines()) {
+    EXPECT_NE(line.rfind("Error", 0), 0u) << line;
   }
 }
 

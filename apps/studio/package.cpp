@@ -106,6 +106,12 @@ DevicePackage loadPackage(const std::string& directory, std::vector<std::string>
   for (const auto& gauge : children(child(device, "gauges"), "gauge")) {
     package.gauges[attribute(gauge, "name")] = gauge;
   }
+  for (const auto& chart : children(child(device, "charts"), "trend")) {
+    package.charts[attribute(chart, "name")] = chart;
+  }
+  for (const auto& chart : children(child(device, "charts"), "wave")) {
+    package.charts[attribute(chart, "name")] = chart;
+  }
   package.navigation = child(device, "navigation");
   for (const auto& function : children(child(device, "functions"), "function")) {
     const std::string id = attribute(function, "id");
@@ -120,7 +126,7 @@ DevicePackage loadPackage(const std::string& directory, std::vector<std::string>
     form.name = attribute(node, "name", form.title);
     for (const auto& bind : children(node, "bind")) {
       Binding binding{attribute(bind, "control"), attribute(bind, "parameter"),
-                      attribute(bind, "gauge")};
+                      attribute(bind, "gauge"), attribute(bind, "chart")};
       if (!binding.parameter.empty() && !package.parameter(binding.parameter)) {
         problems.push_back(form.title + ": " + binding.control + " is bound to an unknown " +
                            "parameter " + binding.parameter);
@@ -128,6 +134,10 @@ DevicePackage loadPackage(const std::string& directory, std::vector<std::string>
       if (!binding.gauge.empty() && !package.gauges.count(binding.gauge)) {
         problems.push_back(form.title + ": " + binding.control + " names an unknown gauge " +
                            binding.gauge);
+      }
+      if (!binding.chart.empty() && !package.charts.count(binding.chart)) {
+        problems.push_back(form.title + ": " + binding.control + " names an unknown chart " +
+                           binding.chart);
       }
       form.bindings.push_back(std::move(binding));
     }

@@ -23,6 +23,13 @@
 //       <parameter name="Health" value="0" behaviour="status" period="20"/>
 //     </parameters>
 //     <gauges><gauge name="PT1_gauge" lowerRange="PT1_Low" ...>...</gauge></gauges>
+//     <charts>                                      (definitions of the host-fed charts)
+//       <trend name="FT1_trend" title="Flow_title" unit="m3/h" lowerRange=... isLegend="true">
+//         <trendSource itemName="FT1" .../> <rangeSource itemNameHi=... itemNameLow=.../> ...
+//       </trend>
+//       <wave name="VT1_wave" title="..." xLabel="ms" yLabel="mm/s" points="2000" span="200"
+//             lowerRange="" upperRange="" lineColor="1F4E9A" isLegend="false"/>
+//     </charts>
 //     <navigation>                                  (optional: the menu on the left)
 //       <menuGroup label="Nav_Device" name="Device" treename="device" icon="device.png">
 //         <menuItem label="Nav_Settings" name="Settings" action="forms/settings.xml"/>
@@ -62,6 +69,8 @@ struct Binding {
   std::string control;
   std::string parameter;
   std::string gauge;
+  // The definition of a multi-trend or a wave form, by name.
+  std::string chart;
 };
 
 struct FormEntry {
@@ -80,6 +89,7 @@ struct DevicePackage {
   std::map<std::string, std::string> texts;
   std::vector<Parameter> parameters;
   std::map<std::string, Ref<platform::XmlNode>> gauges;
+  std::map<std::string, Ref<platform::XmlNode>> charts;
   std::vector<FormEntry> forms;
   // The menu for a navigation control, or Nothing.
   Ref<platform::XmlNode> navigation;

@@ -1,5 +1,6 @@
 #include "apps/studio/session.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "frame/interfaces.h"
@@ -61,7 +62,7 @@ void Session::openForm(size_t index, std::vector<std::string>& problems) {
       problems.push_back(entry.title + ": no control " + binding.control + " on the form");
       continue;
     }
-    Bound bound{control, binding.parameter, {}, {}};
+    Bound bound{control, binding.parameter, {}, {}, nullptr};
     try {
       bind(bound, binding, problems);
     } catch (const VbError& error) {
@@ -91,6 +92,26 @@ void Session::bind(Bound& bound, const Binding& binding, std::vector<std::string
       range && !binding.gauge.empty() && package_.gauges.count(binding.gauge)) {
     range->IDtmDataSubscriptionControlRange_GaugeDataDef(package_.gauges.at(binding.gauge));
   }
+  if (!binding.chart.empty() && package_.charts.count(binding.chart)) {
+    bound.chart = package_.charts.at(binding.chart);
+    const auto text = [&](const char* name) {
+      const auto attribute = bound.chart->attributes()->getNamedItem(name);
+      return attribute ? attribute->nodeValue().toText() : std::string();
+    };
+    if (auto trend = queryInterface<IDtmTrendControl>(control)) {
+      trend->IDtmTrendControl_TrendDataDef(bound.chart);
+      trend->IDtmTrendControl_XLabel(host_->GetLocalizedString(text("title")));
+      trend->IDtmTrendControl_YLabel(text("unit"));
+    }
+    if (auto wave = queryInterface<IDtmWaveFormControl>(control)) {
+      wave->IDtmWaveFormControl_TrendDataDef(bound.chart);
+      wave->IDtmWaveFormControl_title(host_->GetLocalizedString(text("title")));
+      wave->IDtmWaveFormControl_XLabel(text("xLabel"));
+      wave->IDtmWaveFormControl_YLabel(text("yLabel"));
+      wave->IDtmWaveFormControl_SetXLowerValue(Variant(0));
+      wave->IDtmWaveFormControl_SetXUpperValue(Variant(text("span")));
+    }
+  }
   if (auto subscription = queryInterface<IDtmDataSubscriptionControl>(control)) {
     const Variant items = subscription->IDtmDataSubscriptionControl_SubscriptionItems();
     if (items.isArray()) {
@@ -117,6 +138,11 @@ void Session::push(Bound& bound, bool force) {
       last = *value;
       subscription->IDtmDataSubscriptionControl_UpdateSubscriptionValues(item, *value);
     }
+    if (bound.chart) pushTrend(bound);
+    return;
+  }
+  if (bound.chart) {
+    pushWave(bound);
     return;
   }
   const auto value = read(bound.parameter);
@@ -132,6 +158,56 @@ void Session::push(Bound& bound, bool force) {
   } else if (bound.control->hasMember("IDTMDataControl_SetDeviceValue")) {
     bound.control->call("IDTMDataControl_SetDeviceValue", {*value});
   }
+}
+
+// The items are read from the definition, as a host does: the bands' values first, the plotted
+// item's last, since that one redraws.
+void Session::pushTrend(Bound& bound) {
+  auto trend = queryInterface<IDtmTrendControl>(bound.control->shared_from_this());
+  if (!trend) return;
+  const auto item = [&](const char* source, const char* attribute) -> std::optional<Variant> {
+    const auto node = bound.chart->selectSingleNode(source);
+    const auto name = node ? node->attributes()->getNamedItem(attribute) : nullptr;
+    if (!name || !package_.parameter(name->nodeValue().toText())) return std::nullopt;
+    return host_->device.read(name->nodeValue().toText());
+  };
+  if (auto v = item("rangeSource", "itemNameHi")) trend->IDtmTrendControl_RangeHighValue(*v);
+  if (auto v = item("rangeSource", "itemNameLow")) trend->IDtmTrendControl_RangeLowValue(*v);
+  if (auto v = item("limitSource", "itemNameHi")) trend->IDtmTrendControl_LimitHighValue(*v);
+  if (auto v = item("limitSource", "itemNameLow")) trend->IDtmTrendControl_LimitLowValue(*v);
+  if (auto v = item("alertSource", "itemNameHi")) trend->IDtmTrendControl_AlertHighValue(*v);
+  if (auto v = item("alertSource", "itemNameLow")) trend->IDtmTrendControl_AlertLowValue(*v);
+  if (auto v = item("trendSource", "itemName")) trend->IDtmTrendControl_ItemValue(*v);
+}
+
+// A vibration recorded over `span` milliseconds: two tones and a decaying ring, its phase moving
+// with the session's time.
+void Session::pushWave(Bound& bound) {
+  auto wave = queryInterface<IDtmWaveFormControl>(bound.control->shared_from_this());
+  if (!wave) return;
+  const auto number = [&](const char* name, double fallback) {
+    const auto attribute = bound.chart->attributes()->getNamedItem(name);
+    try {
+      return attribute ? attribute->nodeValue().toDouble() : fallback;
+    } catch (const VbError&) {
+      return fallback;
+    }
+  };
+  const int points = static_cast<int>(std::clamp(number("points", 2000), 2.0, 200000.0));
+  const double span = number("span", 200);
+  VariantArray xs, ys;
+  xs.items.reserve(static_cast<size_t>(points));
+  ys.items.reserve(static_cast<size_t>(points));
+  for (int i = 0; i < points; ++i) {
+    const double ms = span * i / (points - 1);
+    const double ring = std::fmod(ms + time_ * 40, 50.0);
+    xs.items.emplace_back(ms);
+    ys.items.emplace_back(4 * std::sin(ms * 0.31 + time_) + 1.5 * std::sin(ms * 2.9) +
+                          0.8 * std::sin(ms * 37.0) * std::exp(-ring / 12));
+  }
+  wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
+  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
+  wave->IDtmWaveFormControl_DrawChart();
 }
 
 Variant Session::moving(const Parameter& p) const {

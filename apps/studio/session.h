@@ -62,10 +62,16 @@ class Session {
     // The subscription items of a gauge, with the value each was last given.
     std::map<std::string, Variant> items;
     Variant shown;
+    // A multi-trend's or a wave form's definition.
+    Ref<platform::XmlNode> chart;
   };
 
   void bind(Bound& bound, const Binding& binding, std::vector<std::string>& problems);
   void push(Bound& bound, bool force);
+  // The host's side of the host-fed charts: each band value and then the item value of a
+  // multi-trend; a freshly recorded wave form, drawn.
+  void pushTrend(Bound& bound);
+  void pushWave(Bound& bound);
   Variant moving(const Parameter& parameter) const;
   bool evaluate(const std::string& expression) const;
 
