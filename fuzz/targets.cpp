@@ -92,6 +92,26 @@ void definitions(const uint8_t* data, size_t size) {
     }
     if ((places & 2) && enumeration) enumeration->IDTMEnumeration_EnumDataDef(node);
     if ((places & 4) && range) range->IDtmDataSubscriptionControlRange_GaugeDataDef(node);
+    // The host-fed charts: a trend definition with its bands, or a wave form's, then values and
+    // a drawing.
+    if (auto trend = queryInterface<IDtmTrendControl>(control)) {
+      trend->IDtmTrendControl_TrendDataDef(node);
+      trend->IDtmTrendControl_RangeHighValue(Variant(places & 8 ? 1e308 : 5.0));
+      trend->IDtmTrendControl_AlertLowValue(Variant(places & 16 ? "x" : "-2"));
+      trend->IDtmTrendControl_ItemValue(Variant(places & 32 ? std::nan("") : 3.5));
+    }
+    if (auto wave = queryInterface<IDtmWaveFormControl>(control)) {
+      wave->IDtmWaveFormControl_TrendDataDef(node);
+      VariantArray xs, ys;
+      for (size_t i = 0; i < size; ++i) {
+        xs.items.emplace_back(static_cast<double>(data[i]) - (places & 8 ? i : 0));
+        ys.items.emplace_back(places & 16 ? Variant(std::string(1, static_cast<char>(data[i])))
+                                          : Variant(std::sin(data[i] * 0.1) * 1e6));
+      }
+      wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
+      wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
+      wave->IDtmWaveFormControl_DrawChart();
+    }
     if (subscription) {
       const Variant items = subscription->IDtmDataSubscriptionControl_SubscriptionItems();
       const Variant values[] = {Variant(1.5), Variant("7"), Variant(int16_t{1137}), Variant(-3.0)};
@@ -126,6 +146,11 @@ std::vector<std::string> definitionSeeds() {
       R"(<gauge lowerRange="Low" upperRange="High"><zones type="high_limit">)"
       R"(<zone name="Z1" color="FF0000"/></zones></gauge>)",
       R"(<enumeration><unit name="bar" code="1137" label="unit_bar"/></enumeration>)",
+      R"(<trend lowerRange="L" upperRange="U" isLegend="true"><trendSource color="FF0000" )"
+      R"(label="F" itemName="F"/><rangeSource itemHiincludeIf="ab" color="00FF00" label="R" )"
+      R"(itemNameHi="RH" itemNameLow="RL"/><alertSource color="0000FF" label="A" )"
+      R"(itemNameLow="AL"/></trend>)",
+      R"(<wave lowerRange="0" upperRange="1" lineColor="1F4E9A" isLegend="true"/>)",
   };
   std::vector<std::string> seeds;
   const size_t classes = controlProgIds().size();
@@ -524,6 +549,51 @@ std::vector<std::string> formSeeds() {
 
 // ---- Menus ----------------------------------------------------------------------------------
 
+// ---- Validators ----------------------------------------------------------------------------
+
+// Byte 0 picks the data type and the kind of value; the rest is a validators element, put to
+// the three validators.
+void validators(const uint8_t* data, size_t size) {
+  if (size < 1) return;
+  ensureEnvironment();
+  Ref<platform::XmlNode> node;
+  try {
+    node = xml::parseElement(text(data + 1, size - 1));
+  } catch (const VbError&) {
+    return;
+  }
+  const char* types[] = {"float", "int16", "INT32", "string", "byte", "bool", "date", ""};
+  const std::string type = types[data[0] & 7];
+  const Variant values[] = {Variant(5.0),    Variant("17"),       Variant(std::nan("")),
+                            Variant::null(), Variant(),           Variant(1e308),
+                            Variant("abc"),  Variant(int16_t{-3})};
+  const Variant& value = values[(data[0] >> 3) & 7];
+  try {
+    RangeValidator().Validate(node, type, value);
+  } catch (const VbError&) {
+  }
+  try {
+    LengthValidator().Validate(node, value);
+  } catch (const VbError&) {
+  }
+  try {
+    DiscreteValidator().Validate(node, type, value);
+  } catch (const VbError&) {
+  }
+}
+
+std::vector<std::string> validatorSeeds() {
+  return {
+      std::string(1, '\0') +
+          R"(<validators><rangeValidation min="1" max="10" error="E1"/></validators>)",
+      std::string(1, '\x0B') + R"(<validators><lengthValidation min="2" max="4"/>)"
+                               R"(<discreteValidation MATCH1="17" MATCH2="2"/></validators>)",
+      std::string(1, '\x13') +
+          R"(<validators><rangeValidation min="x" max="-1e999"/><discreteValidation/>)"
+          R"(</validators>)",
+  };
+}
+
 // Byte 0 is the host's answer to conditions (odd: true, also a failing host with bit 1); the rest
 // is the menu's XML. The menu is built, every bar opened, every entry clicked and asked for.
 void menus(const uint8_t* data, size_t size) {
@@ -580,6 +650,7 @@ const Target kTargets[] = {
     {"pictures", pictures, pictureSeeds},
     {"forms", forms, formSeeds},
     {"menus", menus, menuSeeds},
+    {"validators", validators, validatorSeeds},
 };
 
 }  // namespace
