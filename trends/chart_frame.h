@@ -114,7 +114,7 @@ class SampleStore {
 
   // shiftData of the time stamps and of each series, with one value per series.
   void shiftData(double time, std::span<const double> values);
-  size_t slots() const { return times_.size(); }
+  size_t slotCount() const { return times_.size(); }
   double time(size_t i) const { return times_[i]; }
   double value(size_t series, size_t i) const { return series_[series][i]; }
   double newestTime() const { return times_.newest(); }

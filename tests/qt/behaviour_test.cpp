@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <algorithm>
 
 #include "action/function_button.h"
 #include "action/launch_button.h"
 #include "action/picture_buttons.h"
 #include "display/launch_label.h"
+#include "entry/data_check_box.h"
 #include "entry/data_combo_box.h"
 #include "entry/data_combo_box2.h"
 #include "entry/data_multi_line_text_box.h"
@@ -21,6 +23,7 @@
 #include "platform/picture.h"
 #include "platform/regexp/pcre2_regexp.h"
 #include "platform/xml/pugi_dom.h"
+#include "trends/multi_trend.h"
 #include "user.h"
 #include "values/locale.h"
 
@@ -275,6 +278,41 @@ TEST_P(Behaviour, TheViewerZoomsOnClickAndScrollsOnDrag) {
   user->drag(*viewer, 100, 50, 80, 50);
   EXPECT_DOUBLE_EQ(viewer->ViewPortLeft(), 0.175);
   EXPECT_EQ(changes, 2);
+}
+
+TEST_P(Behaviour, AClickOnTheCheckBoxTogglesItMarksTheEditAndReports) {
+  auto box = make<DTMDataCheckBox>();
+  box->IDtmControl_DtmContainer(host);
+  box->IDTMDataControl_SetDeviceValue(Variant(0));
+  host->takeCalls();
+  user->click(box->Check1());
+  EXPECT_EQ(box->Check1().Value(), 1);
+  EXPECT_TRUE(box->IDTMDataControl_Hot());
+  const auto calls = operations();
+  EXPECT_EQ(std::count(calls.begin(), calls.end(), "ControlValueChanged"), 1);
+  user->click(box->Check1());
+  EXPECT_EQ(box->Check1().Value(), 0);
+  EXPECT_FALSE(box->IDTMDataControl_Hot()) << "back to the device's value";
+}
+
+// The multi-trend's zoom button only arms the mode: the press on the chart puts it into effect
+// before the viewer acts on the click, so the first click already zooms.
+TEST_P(Behaviour, AnArmedZoomTakesEffectAtThePressOnTheChart) {
+  auto trend = make<DTMMultiTrendControl>(false);
+  trend->window().Width(11070);
+  trend->window().Height(7260);
+  user->show(trend->window());
+  trend->IDtmTrendControl_TrendDataDef(xml::parseElement(
+      R"(<t lowerRange="L" upperRange="U" isLegend="false"><trendSource color="FF" label="F" )"
+      R"(itemName="F"/></t>)"));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("U", Variant(100));
+  trend->IDtmTrendControl_ItemValue(Variant(40));
+  trend->zoomIn_Click();
+  EXPECT_EQ(trend->MultiChartViewer().MouseUsage(), 0);
+  user->click(trend->MultiChartViewer(), 200, 150);
+  EXPECT_EQ(trend->MultiChartViewer().MouseUsage(), 3);
+  EXPECT_DOUBLE_EQ(trend->MultiChartViewer().ViewPortHeight(), 0.5);
+  EXPECT_TRUE(trend->hasZoomedIn());
 }
 
 TEST_P(Behaviour, TheButtonsLaunchOnAClickAndAHiddenOneDoesNot) {

@@ -45,6 +45,7 @@ class HeadlessUser : public User {
   void click(platform::Label& label) override { headless::user(label).click(); }
   void click(platform::Image& image) override { headless::user(image).click(); }
   void click(platform::CommandButton& button) override { headless::user(button).click(); }
+  void click(platform::CheckBox& box) override { headless::user(box).click(); }
   void click(platform::TreeView& tree, int32_t node) override { headless::user(tree).click(node); }
   void click(platform::ShortcutBar& bar, int32_t position) override {
     headless::user(bar).click(position);
@@ -173,6 +174,10 @@ class QtUser : public User {
   void click(platform::CommandButton& button) override {
     QWidget* widget = qt::widgetOf(button);
     QTest::mouseClick(widget, Qt::LeftButton, {}, widget->rect().center());
+  }
+  void click(platform::CheckBox& box) override {
+    QWidget* widget = qt::widgetOf(box);
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
   }
   void click(platform::TreeView& tree, int32_t node) override {
     auto* widget = qobject_cast<QTreeWidget*>(qt::widgetOf(tree));

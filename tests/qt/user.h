@@ -37,6 +37,7 @@ class User {
   virtual void click(platform::Label& label) = 0;
   virtual void click(platform::Image& image) = 0;
   virtual void click(platform::CommandButton& button) = 0;
+  virtual void click(platform::CheckBox& box) = 0;
   // A click on an entry of a tree, by its number.
   virtual void click(platform::TreeView& tree, int32_t node) = 0;
   // A click on a bar's caption, by its position.
