@@ -8,7 +8,7 @@
 namespace tessaline::platform {
 
 // What a text measure needs of a font.
-struct FontSpec {
+struct FontFace {
   std::string name = "MS Sans Serif";
   double size = 8.25;
   bool bold = false;
@@ -29,7 +29,7 @@ class StdFont : public Object {
 
   // 700 for a bold font, 400 otherwise.
   int16_t Weight() const { return Bold ? 700 : 400; }
-  FontSpec spec() const { return {Name, Size, Bold}; }
+  FontFace face() const { return {Name, Size, Bold}; }
   Ref<StdFont> clone() const { return Ref<StdFont>(std::make_shared<StdFont>(*this)); }
   bool sameAs(const StdFont& other) const {
     return Name == other.Name && Size == other.Size && Bold == other.Bold &&

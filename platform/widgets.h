@@ -547,7 +547,7 @@ class TextMeasure {
  public:
   virtual ~TextMeasure() = default;
   // Width of the longest line and height of all lines ("\r\n" or "\n" ends a line).
-  virtual void measure(const std::string& text, const FontSpec& font, int32_t& width,
+  virtual void measure(const std::string& text, const FontFace& font, int32_t& width,
                        int32_t& height) = 0;
 };
 

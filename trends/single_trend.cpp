@@ -102,7 +102,7 @@ void SingleItemTrend::restoreName(SingleItemTrend& trend, const Variant& name) {
 
 double SingleItemTrend::textWidth(const std::string& text) {
   int32_t width = 0, height = 0;
-  platform::backend().textMeasure().measure(text, window_->AmbientFont()->spec(), width, height);
+  platform::backend().textMeasure().measure(text, window_->AmbientFont()->face(), width, height);
   return width;
 }
 

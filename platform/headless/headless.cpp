@@ -521,12 +521,12 @@ void Label::click() {
 
 void Label::fit() {
   int32_t width = 0, height = 0;
-  current().textMeasure().measure(caption_, platform::childFont(*this)->spec(), width, height);
+  current().textMeasure().measure(caption_, platform::childFont(*this)->face(), width, height);
   width_ = width * 15;
   height_ = height * 15;
 }
 
-void FixedTextMeasure::measure(const std::string& text, const platform::FontSpec& font,
+void FixedTextMeasure::measure(const std::string& text, const platform::FontFace& font,
                                int32_t& width, int32_t& height) {
   const double size = font.size > 0 ? font.size : 8.25;
   const int32_t charWidth = static_cast<int32_t>(std::lround(size * 0.85)) + (font.bold ? 1 : 0);

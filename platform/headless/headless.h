@@ -81,7 +81,7 @@ class Tooltips : public platform::TooltipService {
 // s is about 0.85 s pixels wide (one more when bold), a line 1.6 s pixels high.
 class FixedTextMeasure : public platform::TextMeasure {
  public:
-  void measure(const std::string& text, const platform::FontSpec& font, int32_t& width,
+  void measure(const std::string& text, const platform::FontFace& font, int32_t& width,
                int32_t& height) override;
 };
 

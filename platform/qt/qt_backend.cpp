@@ -123,10 +123,10 @@ class Clipboard : public platform::Clipboard {
   std::string GetText() override { return utf8(QGuiApplication::clipboard()->text()); }
 };
 
-QFont qtFont(const platform::FontSpec& spec) {
-  QFont font(qtText(spec.name));
-  if (spec.size > 0) font.setPointSizeF(spec.size);
-  font.setBold(spec.bold);
+QFont qtFont(const platform::FontFace& face) {
+  QFont font(qtText(face.name));
+  if (face.size > 0) font.setPointSizeF(face.size);
+  font.setBold(face.bold);
   return font;
 }
 
@@ -143,7 +143,7 @@ class Clock : public platform::Clock {
 
 class TextMeasure : public platform::TextMeasure {
  public:
-  void measure(const std::string& text, const platform::FontSpec& font, int32_t& width,
+  void measure(const std::string& text, const platform::FontFace& font, int32_t& width,
                int32_t& height) override {
     const QFontMetrics metrics(qtFont(font));
     int32_t longest = 0, lines = 0;

@@ -584,7 +584,7 @@ void Label::property(std::string_view name, const Variant& value) {
 
 void Label::fit() {
   int32_t width = 0, height = 0;
-  platform::backend().textMeasure().measure(caption_, platform::childFont(*this)->spec(), width,
+  platform::backend().textMeasure().measure(caption_, platform::childFont(*this)->face(), width,
                                             height);
   width_ = twipsOf(width);
   height_ = twipsOf(height);
