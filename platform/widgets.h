@@ -412,7 +412,9 @@ class ScrollBar : public Widget {
 
 // The classic timer: no window. While it is Enabled with an Interval above 0, Timer is raised
 // each Interval milliseconds of the platform's clock, on the control's thread between other
-// events (never inside one). Setting Enabled or Interval starts the count anew.
+// events (never inside one). Turning it on, or setting another Interval, starts the count anew;
+// setting Enabled or Interval to the value it has changes nothing, so a timer that is switched
+// on again at every value keeps its beat.
 class Timer {
  public:
   struct Events {

@@ -891,11 +891,13 @@ Timer::~Timer() {
 }
 
 void Timer::Interval(int32_t milliseconds) {
+  if (milliseconds == interval_) return;
   interval_ = milliseconds;
   restart();
 }
 
 void Timer::Enabled(bool value) {
+  if (value == enabled_) return;
   enabled_ = value;
   restart();
 }

@@ -1190,11 +1190,13 @@ Timer::Timer(std::string name) : name_(std::move(name)) {
 }
 
 void Timer::Interval(int32_t milliseconds) {
+  if (milliseconds == interval_) return;
   interval_ = milliseconds;
   restart();
 }
 
 void Timer::Enabled(bool value) {
+  if (value == enabled_) return;
   enabled_ = value;
   restart();
 }
