@@ -122,6 +122,26 @@ Ref<StdFont> fontValue(const Variant& value) {
 
 [[noreturn]] void readOnly() { throw VbError(err::ReadOnlyProperty); }
 
+// A property that the backend only keeps for the form takes the kind of its design default,
+// converted as the platform converts (13, 6 or 94 when it can't be), so that a wrong kind from
+// a saved form fails where it is set and is never written back.
+Variant ofKind(const Variant& kind, const Variant& value) {
+  switch (kind.type()) {
+    case VarType::Boolean:
+      return Variant(value.toBool());
+    case VarType::Integer:
+      return Variant(value.toInt16());
+    case VarType::Long:
+      return Variant(value.toInt32());
+    case VarType::String:
+      return Variant(value.toText());
+    case VarType::Object:
+      return Variant(value.toObject());
+    default:
+      return value;
+  }
+}
+
 }  // namespace
 
 Ref<StdFont> childFont(Widget& child) {
@@ -250,7 +270,7 @@ void childProperty(Widget& child, std::string_view name, const Variant& value) {
     if (is(name, "CalendarBackColor")) return picker->CalendarBackColor(value.toInt32());
     if (is(name, "MinDate") || is(name, "MaxDate") || is(name, "Text")) readOnly();
   }
-  child.property(name, value);
+  child.property(name, ofKind(designDefault(child, name), value));
 }
 
 }  // namespace tessaline::platform
