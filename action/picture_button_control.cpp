@@ -95,9 +95,11 @@ void PictureButtonControl::IDTMEnumeration_EnumDataDef(Ref<Object> node) {
   enumNode_ = node;
   const Ref<platform::XmlNode> enumeration = platform::asXmlNode(node);
   if (!enumeration) return;
-  try {
+  // A node that is no element has no attributes, and reading one from it fails; a missing
+  // attribute is only the empty text.
+  if (enumeration->attributes()) {
     defaultImage_ = platform::attributeValue(enumeration, "defaultImage").value_or("");
-  } catch (const VbError&) {
+  } else {
     logger_->DebugL("Failed to find defaultImage attribute;Assigning null to defaultImage");
     defaultImage_.clear();
   }
@@ -120,8 +122,10 @@ void PictureButtonControl::UpdateImage() {
     const EnumData& entry = entryAt(i);
     if (entry.code != code) continue;
     matched = true;
+    // The host is asked for the folder before the old picture goes.
+    const std::string baseFolder = host_->BaseFolder();
     ImgIcon_->Picture(nullptr);
-    ImgIcon_->Picture(LoadImagesPicture(host_->BaseFolder(), entry.Image));
+    ImgIcon_->Picture(LoadImagesPicture(baseFolder, entry.Image));
     takeFunctionOf(i);
   }
   if (!matched) ImgIcon_->Picture(LoadImagesPicture(host_->BaseFolder(), defaultImage_));
@@ -133,6 +137,15 @@ void PictureButtonControl::UpdateTooltip() {
   tooltip_.destroy();
   const platform::WindowHandle windows[] = {window_->hWnd()};
   tooltip_.create(*logger_, window_->hWnd(), windows, tooltipText_);
+}
+
+void PictureButtonControl::readNameAndCode(const Ref<platform::XmlNode>& child, EnumData& entry) {
+  const auto name = platform::attributeValue(child, "name");
+  const auto code = platform::attributeValue(child, "code");
+  if (name && code) {
+    entry.name = *name;
+    entry.code = *code;
+  }
 }
 
 }  // namespace tessaline

@@ -1,13 +1,12 @@
 #include "support/image_files.h"
 
-#include <algorithm>
-
 #include "values/vb_error.h"
 
 namespace tessaline {
 
 std::string imagesFolderPath(const std::string& baseFolder, const std::string& fileName) {
-  return baseFolder + "\\images\\" + fileName;
+  // The literal's backslashes stand doubled, as the controls have always written them.
+  return baseFolder + "\\\\images\\\\" + fileName;
 }
 
 bool staysInImagesFolder(const std::string& fileName) {
@@ -24,8 +23,15 @@ bool staysInImagesFolder(const std::string& fileName) {
 }
 
 std::string platformPath(const std::string& path) {
-  std::string mapped = path;
-  std::replace(mapped.begin(), mapped.end(), '\\', '/');
+  std::string mapped;
+  mapped.reserve(path.size());
+  for (size_t i = 0; i < path.size(); ++i) {
+    if (path[i] != '\\') {
+      mapped += path[i];
+    } else if (i == 0 || path[i - 1] != '\\') {
+      mapped += '/';
+    }
+  }
   return mapped;
 }
 

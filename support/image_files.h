@@ -6,8 +6,9 @@
 #include "values/object.h"
 
 // The pictures that a definition names: files in the images folder below the host's base folder.
-// A control builds the path as it always has, the base folder, "\\images\\" and the file name;
-// on this platform the path that is opened has '/' in place of each backslash.
+// A control builds the path as it always has: the base folder, the literal "\\images\\" with
+// its backslashes doubled, and the file name. On this platform the path that is opened has one
+// '/' in place of each run of backslashes.
 namespace tessaline {
 
 // The path as the controls build it, before the platform's mapping.
@@ -17,7 +18,7 @@ std::string imagesFolderPath(const std::string& baseFolder, const std::string& f
 // is "..". An absolute-looking name stays inside too, since it is only appended to the folder.
 bool staysInImagesFolder(const std::string& fileName);
 
-// The path that is opened for a path built as above: backslashes become '/'.
+// The path that is opened for a path built as above: each run of backslashes becomes one '/'.
 std::string platformPath(const std::string& path);
 
 // The picture of a file in the images folder, loaded through the picture service. A file name

@@ -7,12 +7,14 @@
 #include <filesystem>
 #include <fstream>
 
+#include "action/data_picture_button.h"
+#include "action/data_picture_fn_button.h"
 #include "action/function_button.h"
 #include "action/launch_button.h"
-#include "action/picture_buttons.h"
 #include "platform/chart/codecs.h"
 #include "platform/property_bag.h"
 #include "support.h"
+#include "support/image_files.h"
 
 namespace tessaline {
 namespace {
@@ -284,6 +286,39 @@ TEST_F(Buttons, APictureThatCantBeLoadedIsOneLineAndStopsTheWrite) {
             std::vector<std::string>{"Error on IDTMDataControl_Value 481 ,Description = Invalid "
                                      "picture"});
   EXPECT_TRUE(window.takePropertyChanges().empty());
+}
+
+// The folder is asked for before the old picture goes: a host that fails there leaves it.
+// A definition node that is no element has no default picture to read: one debug line.
+TEST_F(Buttons, AFailingFolderKeepsTheOldPictureAndANodeWithoutAttributesIsADebugLine) {
+  auto button = DTMDataPictureButton::create();
+  button->IDTMControl_Init(host);
+  button->IDTMEnumeration_EnumDataDef(testing::element(
+      "<enumeration><e name='On' code='1' functionId='11' image='green.png'/></enumeration>"));
+  button->IDTMDataControl_Value(Variant(1));
+  host->onCall = [](const host::HostCall& call) {
+    if (call.operation == "BaseFolder") throw VbError(err::ObjectRequired);
+  };
+  button->IDTMDataControl_Value(Variant(1));
+  EXPECT_EQ(shown(*button), 2);
+  host->onCall = nullptr;
+  host->takeCalls();
+
+  const Ref<platform::XmlNode> comment =
+      testing::element("<enumeration><!-- no element --></enumeration>")->childNodes()->item(0);
+  button->IDTMEnumeration_EnumDataDef(comment);
+  EXPECT_EQ(host->callsOf("LogDebug").size(), 1u);
+  EXPECT_EQ(host->callsOf("LogDebug").at(0).arguments.at(1),
+            "Failed to find defaultImage attribute;Assigning null to defaultImage");
+}
+
+// The path keeps the doubled backslashes of its literal; the file opened has one '/' for each
+// run of them, so that a base folder written either way reaches the same file.
+TEST(ImagesFolder, ThePathKeepsItsLiteralAndOpensWithOneSeparatorPerRun) {
+  EXPECT_EQ(imagesFolderPath("C:\\Dtm", "pump.png"), "C:\\Dtm\\\\images\\\\pump.png");
+  EXPECT_EQ(platformPath(imagesFolderPath("/opt/dtm", "pump.png")), "/opt/dtm/images/pump.png");
+  EXPECT_EQ(platformPath(imagesFolderPath("/opt/dtm/", "sub\\pump.png")),
+            "/opt/dtm//images/sub/pump.png");
 }
 
 // A name that climbs out of the images folder is never opened, though a picture is there.
