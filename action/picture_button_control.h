@@ -6,6 +6,7 @@
 #include "frame/data_control.h"
 #include "platform/xml.h"
 #include "support/tooltip.h"
+#include "values/vb_array.h"
 
 namespace tessaline {
 
@@ -68,6 +69,8 @@ class PictureButtonControl : public virtual IDTMEnumeration, public DataControl 
   virtual const EnumData& entryAt(int32_t index) const = 0;
   // The last step of a match: the entry's function becomes the button's.
   virtual void takeFunctionOf(int32_t index) = 0;
+  // The name and code of a child when it has both; the slot stays empty of them otherwise.
+  static void readNameAndCode(const Ref<platform::XmlNode>& child, EnumData& entry);
 
   template <class Self>
   static void addPictureButtonMembers(MemberTableBuilder<Self>& table) {
@@ -88,6 +91,23 @@ class PictureButtonControl : public virtual IDTMEnumeration, public DataControl 
   void UpdateTooltip();
 
   ControlTooltip tooltip_{"Error in CreateTooltip of DtmPictureButton ", 10000};
+};
+
+// A picture button's entry table in the button's own kind of entry, with one spare slot behind
+// the entries as every enumeration table has.
+template <class Entry>
+class PictureButtonWithEntries : public PictureButtonControl {
+ public:
+  const VbArray<Entry>& entries() const { return entries_; }
+
+ protected:
+  using PictureButtonControl::PictureButtonControl;
+
+  void makeEntries(int32_t children) override { entries_.redim(children); }
+  int32_t usedEntries() const override { return entries_.hasBounds() ? entries_.usedCount() : -1; }
+  const EnumData& entryAt(int32_t index) const override { return entries_[index]; }
+
+  VbArray<Entry> entries_;
 };
 
 }  // namespace tessaline

@@ -22,7 +22,7 @@ DTMDataLabel::DTMDataLabel() : EnumLabel("DTMDataLabel", "DTMDataLabel") {
   storedValue_ = Variant("");
   Label1_->Caption("");
   Label1_->Visible(true);
-  statusMode_ = 0;
+  statusMode_ = StatusMode::None;
   IDTMDataControl_Value(Variant(Label1_->Caption()));
   IDTMDataControl_Source(0);
   IDtmControl_DataMode(2);

@@ -26,7 +26,7 @@ DTMDataLaunchLabel::DTMDataLaunchLabel() : EnumLabel("DTMDataLaunchLabel", "DTMD
   storedValue_ = Variant("");
   Label1_->Caption("");
   Label1_->Visible(true);
-  statusMode_ = 0;
+  statusMode_ = StatusMode::None;
   IDTMDataControl_Value(Variant(Label1_->Caption()));
   IDTMDataControl_Source(0);
   IDtmControl_DataMode(2);

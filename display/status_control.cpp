@@ -18,7 +18,7 @@ DTMStatusControl::DTMStatusControl(platform::UserControl* parent)
   IDTMStatusControl_Visible(true);
   text_.clear();
   IDTMStatusControl_Stretch(false);
-  IDTMStatusControl_Mode(0);
+  IDTMStatusControl_Mode(StatusMode::None);
   IDtmControl_DataMode(2);
 }
 

@@ -168,7 +168,7 @@ void DTMDataCheckBox::InitProperties() {
   baseline_ = Variant("0");
   Check1_->Caption("");
   access_ = static_cast<int32_t>(AccessType::ReadWrite);
-  statusMode_ = 0;
+  statusMode_ = StatusMode::None;
   Check1_->BackColor(normalColor_);
   IDTMDataControl_Source(0);
   DTMStatusControl1_->IDTMStatusControl_Stretch(false);

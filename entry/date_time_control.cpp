@@ -46,7 +46,7 @@ void DTMDateTimeControl::setDefaults() {
   name_.clear();
   storedValue_ = Variant("");
   access_ = static_cast<int32_t>(AccessType::ReadWrite);
-  statusMode_ = 0;
+  statusMode_ = StatusMode::None;
   dataMode_ = 2;
   DTMStatusControl1_->IDTMStatusControl_Stretch(false);
 }

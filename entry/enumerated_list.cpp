@@ -109,7 +109,7 @@ void EnumeratedList::InitProperties() {
   storedValue_ = Variant("");
   baselineText_.clear();
   access_ = static_cast<int32_t>(AccessType::ReadWrite);
-  statusMode_ = 0;
+  statusMode_ = StatusMode::None;
   IDTMDataControl_Source(0);
   IDtmControl_DataMode(2);
   DTMStatusControl1_->IDTMStatusControl_Stretch(false);

@@ -55,7 +55,7 @@ TextEntry::TextEntry(const std::string& className, bool multiLine, int32_t tabIn
   access_ = static_cast<int32_t>(AccessType::ReadWrite);
   source_ = 0;
   dataMode_ = 2;
-  statusMode_ = 0;
+  statusMode_ = StatusMode::None;
   Text1_->Text("");
 }
 

@@ -1,6 +1,7 @@
 #include "frame/property_table.h"
 
 #include "frame/control_frame.h"
+#include "frame/definitions.h"
 #include "values/text.h"
 
 namespace tessaline {
@@ -118,7 +119,7 @@ const std::vector<StandardRow>& standardRows() {
       {"IDtmControl_DefaultText", constant("")},
       {"IDTMStatusControl_Visible", constant(true)},
       {"IDTMStatusControl_Text", constant("")},
-      {"IDTMStatusControl_Mode", constant(int32_t{100})},
+      {"IDTMStatusControl_Mode", constant(int32_t{StatusMode::Quiet})},
       {"IDTMStatusControl_Stretch", constant(false)},
       {"TextType", constant(int32_t{1})},
       {"BackColor", constant(platform::colors::kWindow)},

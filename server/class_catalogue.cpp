@@ -1,8 +1,9 @@
 #include "server/class_catalogue.h"
 
+#include "action/data_picture_button.h"
+#include "action/data_picture_fn_button.h"
 #include "action/function_button.h"
 #include "action/launch_button.h"
-#include "action/picture_buttons.h"
 #include "display/data_label.h"
 #include "display/launch_label.h"
 #include "display/static_label.h"

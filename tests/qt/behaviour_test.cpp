@@ -6,9 +6,10 @@
 #include <QApplication>
 #include <algorithm>
 
+#include "action/data_picture_button.h"
+#include "action/data_picture_fn_button.h"
 #include "action/function_button.h"
 #include "action/launch_button.h"
-#include "action/picture_buttons.h"
 #include "display/launch_label.h"
 #include "entry/data_check_box.h"
 #include "entry/data_combo_box.h"
