@@ -54,7 +54,7 @@ const std::vector<CatalogueEntry>& entries() {
       {findClassIdentity("Logger"), nullptr, nullptr},
       handedOut<Dictionary>("Dictionary"),
       {findClassIdentity("cTooltip"), [] { return Ref<Object>(std::make_shared<cTooltip>()); },
-       nullptr},
+       &memberTableOf<cTooltip>},
       control<DTMDataComboBox>("DTMDataComboBox"),
       control<DTMDataLabel>("DTMDataLabel"),
       control<DTMDataTextBox>("DTMDataTextBox"),

@@ -146,7 +146,10 @@ int32_t DllGetClassObject(const char* classId, const char* interfaceId, Tessalin
   if (!object) return TESSALINE_E_POINTER;
   *object = nullptr;
   return boundary([&] {
+    // A class identifier only, as the platform's registry hands it over; names and ProgIDs
+    // are the catalogue file's business.
     const CatalogueEntry* entry = classId ? findClass(classId) : nullptr;
+    if (entry && !is(classId, entry->identity->classId)) entry = nullptr;
     if (!entry || !entry->create || !entry->identity->creatable()) {
       return TESSALINE_CLASS_E_CLASSNOTAVAILABLE;
     }

@@ -54,6 +54,39 @@ void cTooltip::AddControl(platform::WindowHandle ohWnd, const std::string& strCa
   service().addTool(window_, ohWnd, strCaption, flags);
 }
 
+void cTooltip::describeMembers(MemberTableBuilder<cTooltip>& table) {
+  const auto sized = [](std::string name, int32_t (cTooltip::*get)(),
+                        void (cTooltip::*set)(int32_t&)) {
+    return Member{std::move(name),
+                  [get](Dispatchable& d) { return Variant((dynamic_cast<cTooltip&>(d).*get)()); },
+                  [set](Dispatchable& d, const Variant& v) {
+                    int32_t number = v.toInt32();
+                    (dynamic_cast<cTooltip&>(d).*set)(number);
+                  },
+                  {},
+                  {}};
+  };
+  table.row(sized("MaxWidth", &cTooltip::MaxWidth, &cTooltip::MaxWidth))
+      .row(sized("VisibleTime", &cTooltip::VisibleTime, &cTooltip::VisibleTime))
+      .row(sized("DelayTime", &cTooltip::DelayTime, &cTooltip::DelayTime))
+      .method("Create",
+              [](cTooltip& t, DispatchArgs& a) {
+                t.Create(argument(a, 0).toInt32());
+                return Variant();
+              })
+      .method("Destroy",
+              [](cTooltip& t, DispatchArgs&) {
+                t.Destroy();
+                return Variant();
+              })
+      .method("AddControl", [](cTooltip& t, DispatchArgs& a) {
+        std::optional<bool> centred;
+        if (a.size() > 2 && !a[2].isEmpty()) centred = a[2].toBool();
+        t.AddControl(argument(a, 0).toInt32(), argument(a, 1).toText(), centred);
+        return Variant();
+      });
+}
+
 ControlTooltip::~ControlTooltip() {
   if (tooltip_) tooltip_->Destroy();
 }

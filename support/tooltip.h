@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "frame/logger.h"
+#include "frame/property_table.h"
 #include "platform/widgets.h"
 #include "values/object.h"
 
@@ -14,10 +15,14 @@ namespace tessaline {
 
 // The balloon tooltip window of a control. It catches and reports nothing: a failed creation
 // leaves handle 0, and every later message to it goes nowhere.
-class cTooltip : public Object {
+class cTooltip : public Dispatchable {
  public:
   // Balloon, shown also while the application isn't active.
   static constexpr int32_t kStyle = 0x41;
+
+  // A host that creates the class reaches it by name; the sizes' clamped numbers are kept.
+  static void describeMembers(MemberTableBuilder<cTooltip>& table);
+  const MemberTable& members() const override { return memberTableOf<cTooltip>(); }
 
   int32_t MaxWidth() { return maxWidth_; }
   // Kept across Destroy and Create, and sent to a window that exists.

@@ -9,13 +9,13 @@
 
 #include "server/com_server.h"
 
-#define CHECK(condition, ...)                          \
-  do {                                                 \
-    if (!(condition)) {                                \
-      fprintf(stderr, "server_host: " __VA_ARGS__);    \
-      fprintf(stderr, " (line %d)\n", __LINE__);       \
-      exit(1);                                         \
-    }                                                  \
+#define CHECK(condition, ...)                       \
+  do {                                              \
+    if (!(condition)) {                             \
+      fprintf(stderr, "server_host: " __VA_ARGS__); \
+      fprintf(stderr, " (line %d)\n", __LINE__);    \
+      exit(1);                                      \
+    }                                               \
   } while (0)
 
 typedef int32_t (*GetClassObject)(const char*, const char*, TessalineObject**);
@@ -28,10 +28,10 @@ typedef int32_t (*SetProperty)(TessalineObject*, const char*, const char*);
 typedef size_t (*CatalogueFile)(char*, size_t);
 
 /* The POSIX way of taking a function from dlsym without a cast between pointer kinds. */
-#define LOAD(variable, name)                                 \
-  do {                                                       \
-    *(void**)(&(variable)) = dlsym(library, name);           \
-    CHECK((variable) != NULL, "no entry point %s", name);    \
+#define LOAD(variable, name)                              \
+  do {                                                    \
+    *(void**)(&(variable)) = dlsym(library, name);        \
+    CHECK((variable) != NULL, "no entry point %s", name); \
   } while (0)
 
 static char* readFile(const char* path) {
@@ -45,6 +45,20 @@ static char* readFile(const char* path) {
   text[got] = 0;
   fclose(file);
   return text;
+}
+
+/* The value of an attribute of the element between at and end; 0 when it has none. */
+static int attribute(const char* at, const char* end, const char* name, char* value, size_t size) {
+  char pattern[64];
+  snprintf(pattern, sizeof pattern, " %s=\"", name);
+  const char* found = strstr(at, pattern);
+  if (!found || found > end) return 0;
+  const char* start = found + strlen(pattern);
+  const char* stop = strchr(start, '"');
+  if (!stop || stop > end || (size_t)(stop - start) >= size) return 0;
+  memcpy(value, start, (size_t)(stop - start));
+  value[stop - start] = 0;
+  return 1;
 }
 
 int main(int argc, char** argv) {
@@ -82,31 +96,62 @@ int main(int argc, char** argv) {
   CHECK(catalogue, "registration wrote no catalogue file at %s", path);
   CHECK(strstr(catalogue, "{d734cb07-46be-4b64-8da6-5dca53099446}"), "no type library");
 
-  int controls = 0;
-  for (const char* at = strstr(catalogue, "progId=\""); at; at = strstr(at + 1, "progId=\"")) {
-    char progId[128];
-    const char* start = at + 8;
-    size_t length = (size_t)(strchr(start, '"') - start);
-    CHECK(length < sizeof progId, "ProgID too long");
-    memcpy(progId, start, length);
-    progId[length] = 0;
-
+  /* A host finds a class in the catalogue by its ProgID and asks the server for it by its
+   * class identifier, as the platform's registry lookup does. */
+  int controls = 0, creatable = 0;
+  for (const char* at = strstr(catalogue, "<class "); at; at = strstr(at + 1, "<class ")) {
+    const char* end = strchr(at, '>');
+    char name[128], classId[64], progId[128];
+    CHECK(end && attribute(at, end, "name", name, sizeof name), "a class without a name");
+    CHECK(attribute(at, end, "classId", classId, sizeof classId), "%s has no class id", name);
+    char flag[8];
+    const int control =
+        attribute(at, end, "control", flag, sizeof flag) && strcmp(flag, "True") == 0;
+    if (!attribute(at, end, "progId", progId, sizeof progId)) {
+      TessalineObject* none = NULL;
+      CHECK(getClassObject(classId, TESSALINE_IID_ICLASSFACTORY, &none) ==
+                TESSALINE_CLASS_E_CLASSNOTAVAILABLE,
+            "%s is listed without a ProgID, yet can be created", name);
+      CHECK(!control, "the control %s has no ProgID", name);
+      continue;
+    }
+    ++creatable;
     TessalineObject* factory = NULL;
-    CHECK(getClassObject(progId, TESSALINE_IID_ICLASSFACTORY, &factory) == TESSALINE_S_OK,
-          "no class object for %s", progId);
+    CHECK(getClassObject(classId, TESSALINE_IID_ICLASSFACTORY, &factory) == TESSALINE_S_OK,
+          "no class object for %s %s", progId, classId);
     TessalineObject* object = NULL;
     CHECK(createInstance(factory, NULL, TESSALINE_IID_IUNKNOWN, &object) == TESSALINE_S_OK,
           "%s could not be created", progId);
     CHECK(canUnloadNow() == TESSALINE_S_FALSE, "%s lives, yet the library could go", progId);
-    char mode[16];
-    if (getProperty(object, "IDtmControl_DataMode", mode, sizeof mode) == TESSALINE_S_OK) {
-      CHECK(strcmp(mode, "2") == 0, "%s starts in data mode %s", progId, mode);
+    if (control) {
+      /* Every control answers by name; all but the navigation start in data mode 2. */
+      char mode[16];
+      const int32_t got = getProperty(object, "IDtmControl_DataMode", mode, sizeof mode);
+      if (strcmp(name, "DtmNavigation") == 0) {
+        CHECK(got == TESSALINE_E_MEMBER(438), "the navigation has a data mode");
+      } else {
+        CHECK(got == TESSALINE_S_OK && strcmp(mode, "2") == 0, "%s starts in data mode %s", progId,
+              got == TESSALINE_S_OK ? mode : "(none)");
+      }
       ++controls;
+    } else {
+      /* The tooltip, the one creatable automation class, is reached by name as well. */
+      CHECK(strcmp(name, "cTooltip") == 0, "%s is creatable", name);
+      char width[16];
+      CHECK(setProperty(object, "MaxWidth", "400") == TESSALINE_S_OK &&
+                getProperty(object, "MaxWidth", width, sizeof width) == TESSALINE_S_OK &&
+                strcmp(width, "400") == 0,
+            "the tooltip's MaxWidth by name");
     }
     release(object);
     release(factory);
   }
-  CHECK(controls >= 12, "only %d controls created", controls);
+  CHECK(controls == 23, "%d controls created, not 23", controls);
+  TessalineObject* byName = NULL;
+  CHECK(getClassObject("Tessaline.DTMDataTextBox", TESSALINE_IID_ICLASSFACTORY, &byName) ==
+            TESSALINE_CLASS_E_CLASSNOTAVAILABLE,
+        "a ProgID is no class identifier");
+  CHECK(creatable == 24, "%d creatable classes, not the 23 controls and the tooltip", creatable);
 
   TessalineObject* factory = NULL;
   CHECK(getClassObject("{2902F4B1-6052-4C62-9D26-D8BA1E7ED49A}", TESSALINE_IID_IUNKNOWN,
