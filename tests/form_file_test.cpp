@@ -3,8 +3,10 @@
 #include "platform/xml/form_file.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <cmath>
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <limits>
@@ -208,11 +210,20 @@ TEST_F(FormFile, AFailedSaveLeavesTheEarlierFileAsItWas) {
   bag.put("IDTMDataControl_Value", Variant("first"));
   xml::saveForm(path, oneControl(bag));
   const std::string before = read(path);
-  // The temporary file can't be made where a directory of its name stands.
-  fs::create_directory(path.string() + ".saving");
-  bag.put("IDTMDataControl_Value", Variant("second"));
-  EXPECT_EQ(testing::errorOf([&] { xml::saveForm(path, oneControl(bag)); }), err::PathFileAccess);
+  // A disk that takes no more than a few bytes: the write of the new text fails part way.
+  bag.put("IDTMDataControl_Value", Variant(std::string(100000, 'x')));
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlimit small{64, limit.rlim_max};
+  const auto signal = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  const int number = testing::errorOf([&] { xml::saveForm(path, oneControl(bag)); });
+  ::setrlimit(RLIMIT_FSIZE, &limit);
+  std::signal(SIGXFSZ, signal);
+  EXPECT_EQ(number, err::PathFileAccess);
   EXPECT_EQ(read(path), before);
+  // Nothing of the failed save is left beside the form.
+  EXPECT_EQ(std::distance(fs::directory_iterator(directory), fs::directory_iterator()), 1);
   EXPECT_EQ(testing::errorOf([&] { xml::saveForm(directory / "no" / "such" / "dir.xml", {}); }),
             err::PathFileAccess);
 }

@@ -1,8 +1,14 @@
 #include "platform/xml/form_file.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <pugixml.hpp>
@@ -533,26 +539,65 @@ FormDocument loadForm(const std::string& path) {
   }
 }
 
+namespace {
+
+// A file of its own for each save, beside the form so that the rename stays on one file
+// system: two saves of one form at once don't write into each other's text.
+int openTemporary(const std::string& path, std::string& temporary) {
+  static std::atomic<uint32_t> counter{0};
+  for (int attempt = 0; attempt < 100; ++attempt) {
+    temporary = path + ".saving-" + std::to_string(::getpid()) + "-" + std::to_string(++counter);
+    const int descriptor = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor >= 0 || errno != EEXIST) return descriptor;
+  }
+  return -1;
+}
+
+bool writeAll(int descriptor, const std::string& text) {
+  size_t written = 0;
+  while (written < text.size()) {
+    const ssize_t n = ::write(descriptor, text.data() + written, text.size() - written);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0) return false;
+    written += static_cast<size_t>(n);
+  }
+  return true;
+}
+
+}  // namespace
+
+// The earlier file stays whole until the new text is on the disk: written to a file of its own,
+// synced and closed without an error, and only then renamed over the form.
 void saveForm(const std::string& path, const FormDocument& form) {
   const std::string text = formText(form);
-  const std::string temporary = path + ".saving";
-  {
-    std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
-    file << text;
-    file.flush();
-    if (!file) {
-      std::error_code ignored;
-      std::filesystem::remove(temporary, ignored);
-      throw VbError(err::PathFileAccess, "Path/File access error: can't write " + temporary);
-    }
+  std::string temporary;
+  const int descriptor = openTemporary(path, temporary);
+  if (descriptor < 0) {
+    throw VbError(err::PathFileAccess,
+                  "Path/File access error: can't write " + temporary + ": " + std::strerror(errno));
+  }
+  const bool written = writeAll(descriptor, text) && ::fsync(descriptor) == 0;
+  const int writeError = errno;
+  const bool closed = ::close(descriptor) == 0;
+  std::error_code ignored;
+  if (!written || !closed) {
+    std::filesystem::remove(temporary, ignored);
+    throw VbError(err::PathFileAccess, "Path/File access error: can't write " + temporary + ": " +
+                                           std::strerror(written ? errno : writeError));
   }
   std::error_code failure;
   std::filesystem::rename(temporary, path, failure);
   if (failure) {
-    std::error_code ignored;
     std::filesystem::remove(temporary, ignored);
     throw VbError(err::PathFileAccess,
                   "Path/File access error: can't replace " + path + ": " + failure.message());
+  }
+  // The rename itself reaches the disk with the folder.
+  const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+  const int directory = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY);
+  if (directory >= 0) {
+    ::fsync(directory);
+    ::close(directory);
   }
 }
 
