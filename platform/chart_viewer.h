@@ -37,11 +37,16 @@ ViewPort scrollBy(ViewPort view, double dxPixels, double dyPixels, int32_t viewe
 //   click zooms out, around the point clicked, by kZoomStep either way. These change the
 //   viewport, then raise ViewPortChanged(true, false) by themselves. ZoomDirection and
 //   ScrollDirection say which fractions move: 0 horizontal only, 1 vertical only, 2 both.
+//   Only the left button clicks and drags; any button raises MouseDown.
+// - The mouse is measured in the chart's pixels, 15 twips each (96 dpi), as the controls draw
+//   their pictures: a viewer shown on a screen of another resolution scales the picture to its
+//   size and maps the mouse back, so that MouseDown, a click and a drag see the same
+//   coordinates on every screen.
 // - updateViewPort brings the viewport into range and raises ViewPortChanged.
 class ChartViewer : public Widget {
  public:
   using ViewPortHandler = std::function<void(bool needUpdateChart, bool needUpdateImageMap)>;
-  // button (1 left), shift state, x and y in pixels.
+  // button (1 left, 2 right, 4 middle), shift state, x and y in the chart's pixels.
   using MouseHandler = std::function<void(int32_t button, int32_t shift, float x, float y)>;
   struct ViewerEvents {
     ViewPortHandler ViewPortChanged;

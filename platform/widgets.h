@@ -13,6 +13,13 @@
 // control's own window. Lengths are twips; colours are 0x00BBGGRR numbers or system colours.
 // Each behaviour that a control relies on is written down at the member it belongs to: every
 // backend has to reproduce it.
+//
+// Events and errors. An event that a change of the program raises (Text or SelText set, a
+// ListIndex, a Value, updateViewPort) runs its handler within that call: an error that escapes
+// the handler comes out of the call, back to the code that made the change. An event of the
+// user's runs within the user's action (a key is one action: KeyDown, KeyPress, the edit with its
+// Change, KeyUp); an error that escapes its handler stops the action there and is kept by the
+// backend as unhandled, as an unhandled error in an event would be.
 namespace tessaline::platform {
 
 using WindowHandle = int32_t;
@@ -95,6 +102,7 @@ class Widget {
 //   in a multi-line box a carriage return (13) starts a new line.
 // - Change is raised on every change of the text, also one made by program, and only then.
 // - Text set by program puts the caret at the start with nothing selected.
+// - The text has no length limit: a text of any length is kept and read back whole.
 // - A Locked box takes no typed change; a disabled one takes no input at all.
 class TextBox : public Widget {
  public:
@@ -139,6 +147,7 @@ class Label : public Widget {
 // The rows of a list: what the combo box and the list box share.
 // - Click is raised whenever the selected row changes, by the user or by program (ListIndex
 //   set to another row); Clear and AddItem raise nothing.
+// - A focus that comes to the list or leaves it raises GotFocus or LostFocus.
 // - Text is the text of the selected row, "" with none; ListIndex is -1 with none.
 // - A ListIndex outside -1 to ListCount - 1 raises 380.
 class ListWidget : public Widget {
@@ -181,6 +190,9 @@ class ComboBox : public ListWidget {
   virtual bool DroppedDown() const = 0;
   // When set, the drop-down rows are drawn by the control: the backend asks it for each row
   // with its number, its state and its text. Unset, the platform draws them its own way.
+  // Drawing is part of the user's opening the list: an error that escapes drawRow is kept as
+  // an unhandled error of the user's action (as one escaping an event handler would be, beside
+  // the errors kept before it), and that row is drawn the platform's way.
   std::function<RowPaint(int32_t itemID, int32_t itemState, const std::string& text)> drawRow;
 };
 
@@ -231,6 +243,8 @@ class OptionButton : public Widget {
 //   the state (unchecked and grayed become checked, checked becomes unchecked), raises Click,
 //   and then MouseUp, which thus sees the new state.
 // - The space key toggles in the same way and raises Click, with no mouse event.
+// - The focus that comes with the press raises GotFocus before MouseDown; a focus that leaves
+//   raises LostFocus.
 // - A disabled box takes no input at all.
 // - Its design caption is its name ("Check1") until the caption is set.
 class CheckBox : public Widget {
@@ -258,10 +272,12 @@ class CheckBox : public Widget {
 // - The custom format uses the tokens of formatPickerDate; empty, the date shows in the
 //   general form. The format changes what is shown, never the date.
 // - The user's click on the picker (also the one that opens the calendar) raises Click before
-//   anything changes. A key that types a field's digit raises KeyDown, KeyPress, then, once the
-//   field takes the new number, Change, then KeyUp. A day picked from the calendar keeps the
-//   time of day and raises Change. A change that would leave the range is refused: nothing
-//   changes and no Change is raised.
+//   anything changes, once for one click; the focus that comes with it raises GotFocus first.
+//   A focus that leaves raises LostFocus.
+// - A key that types a field's digit raises KeyDown, KeyPress, then, once the field takes the
+//   new number, Change, then KeyUp. A day picked from the calendar keeps the time of day and
+//   raises Change. A change that would leave the range is refused: nothing changes and no
+//   Change is raised.
 // - CalendarBackColor paints the drop-down calendar's days.
 // - A disabled picker takes no input at all.
 class DatePicker : public Widget {

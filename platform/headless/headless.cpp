@@ -246,15 +246,16 @@ void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) 
     viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
 }
 
-void ChartViewer::mouseDown(int32_t x, int32_t y) {
+void ChartViewer::mouseDown(int32_t button, int32_t x, int32_t y) {
   if (!viewerEvents.MouseDown) return;
-  userAction([&] { viewerEvents.MouseDown(1, 0, static_cast<float>(x), static_cast<float>(y)); });
+  userAction(
+      [&] { viewerEvents.MouseDown(button, 0, static_cast<float>(x), static_cast<float>(y)); });
 }
 
-void ChartViewer::click(int32_t x, int32_t y) {
+void ChartViewer::click(int32_t x, int32_t y, int32_t button) {
   if (!reachable()) return;
-  mouseDown(x, y);
-  if (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut) return;
+  mouseDown(button, x, y);
+  if (button != 1 || (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut)) return;
   userAction([&] {
     const int32_t pixelsWide = width_ / 15, pixelsHigh = height_ / 15;
     const double fx = pixelsWide > 0 ? static_cast<double>(x) / pixelsWide : 0.5;
@@ -265,10 +266,10 @@ void ChartViewer::click(int32_t x, int32_t y) {
   });
 }
 
-void ChartViewer::drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY) {
+void ChartViewer::drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY, int32_t button) {
   if (!reachable()) return;
-  mouseDown(fromX, fromY);
-  if (mouseUsage_ != kMouseScroll) return;
+  mouseDown(button, fromX, fromY);
+  if (button != 1 || mouseUsage_ != kMouseScroll) return;
   userAction([&] {
     view_ = platform::scrollBy(view_, static_cast<double>(toX) - fromX,
                                static_cast<double>(toY) - fromY, width_ / 15, height_ / 15,
@@ -467,14 +468,14 @@ void ComboBox::pick(int32_t row) {
   });
 }
 
+// An error of the control's drawing is kept as unhandled; that row is the platform's.
 std::vector<std::optional<platform::RowPaint>> ComboBox::paintedRows() const {
   std::vector<std::optional<platform::RowPaint>> painted;
   for (int32_t row = 0; row < ListCount(); ++row) {
-    if (drawRow) {
-      painted.emplace_back(drawRow(row, row == hover_ ? platform::kRowFocus : 0, List(row)));
-    } else {
-      painted.emplace_back(std::nullopt);
-    }
+    painted.emplace_back(std::nullopt);
+    if (!drawRow) continue;
+    userAction(
+        [&] { painted.back() = drawRow(row, row == hover_ ? platform::kRowFocus : 0, List(row)); });
   }
   return painted;
 }

@@ -331,7 +331,8 @@ class ComboBox : public ListRows<platform::ComboBox> {
   void open();
   void hover(int32_t row) { hover_ = row; }
   // How each row of the open list is painted: by the control where it draws the rows, and
-  // as the platform's plain rows (nothing here) where it doesn't.
+  // as the platform's plain rows (nothing here) where it doesn't. An error of the control's
+  // drawing is kept as an unhandled error of the user's, and that row is the platform's.
   std::vector<std::optional<platform::RowPaint>> paintedRows() const;
 
  private:
@@ -418,16 +419,18 @@ class ChartViewer : public Widget<platform::ChartViewer> {
   void MousePointer(int32_t value) override { mousePointer_ = value; }
   void updateViewPort(bool needUpdateChart, bool needUpdateImageMap) override;
 
-  // A click at a point of the viewer, in pixels: MouseDown, then a zoom with MouseUsage 3 or 4.
-  void click(int32_t x, int32_t y);
-  // A drag from one point to another, in pixels: MouseDown, then a scroll with MouseUsage 1.
-  void drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY);
+  // A click at a point of the viewer, in pixels, with a button (1 left, 2 right, 4 middle):
+  // MouseDown, then with the left button a zoom with MouseUsage 3 or 4.
+  void click(int32_t x, int32_t y, int32_t button = 1);
+  // A drag from one point to another, in pixels: MouseDown, then with the left button a scroll
+  // with MouseUsage 1.
+  void drag(int32_t fromX, int32_t fromY, int32_t toX, int32_t toY, int32_t button = 1);
   // How many pictures other than Nothing were set so far.
   int32_t picturesShown() const { return picturesShown_; }
 
  private:
   void changed();
-  void mouseDown(int32_t x, int32_t y);
+  void mouseDown(int32_t button, int32_t x, int32_t y);
 
   Ref<Object> picture_;
   platform::ViewPort view_;

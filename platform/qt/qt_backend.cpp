@@ -12,6 +12,7 @@
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "platform/qt/qt_widgets.h"
 #include "values/locale.h"
@@ -64,15 +65,21 @@ double dotsPerInch() {
 }
 
 // The focus events of a child: GotFocus and LostFocus where the child has them.
+template <class Child>
+bool raiseFocusEventOf(platform::Widget* child, bool got) {
+  auto* typed = dynamic_cast<Child*>(child);
+  if (!typed) return false;
+  const auto& handler = got ? typed->events.GotFocus : typed->events.LostFocus;
+  if (handler) handler();
+  return true;
+}
+
 void raiseFocusEvent(platform::Widget* child, bool got) {
   userAction([&] {
-    if (auto* box = dynamic_cast<platform::TextBox*>(child)) {
-      const auto& handler = got ? box->events.GotFocus : box->events.LostFocus;
-      if (handler) handler();
-    } else if (auto* rows = dynamic_cast<platform::ListWidget*>(child)) {
-      const auto& handler = got ? rows->events.GotFocus : rows->events.LostFocus;
-      if (handler) handler();
-    }
+    raiseFocusEventOf<platform::TextBox>(child, got) ||
+        raiseFocusEventOf<platform::ListWidget>(child, got) ||
+        raiseFocusEventOf<platform::CheckBox>(child, got) ||
+        raiseFocusEventOf<platform::DatePicker>(child, got);
   });
 }
 
@@ -184,13 +191,17 @@ class SystemLocale : public Locale {
 };
 
 // A tooltip window: the tools it holds, its width and its times. The tip of a tool comes up when
-// the mouse has rested on the tool's window for the initial time (at once when another tip was
-// shown within the reshow time), and stays for the visible time.
+// the mouse has rested on the tool's window for the initial time, and stays for the visible
+// time. While a tip of the window is up, or within the reshow time after it went, the mouse
+// that comes to a tool brings its tip up after the reshow time instead.
 struct TooltipWindow {
   platform::WindowHandle handle = 0;
   platform::WindowHandle parent = 0;
   TooltipInfo info;
   std::vector<std::pair<QPointer<QWidget>, std::string>> tools;
+  // When the window's last tip went or goes (milliseconds of the backend's tooltip time); none
+  // before a tip was shown.
+  std::optional<qint64> tipEnds;
 };
 
 }  // namespace
@@ -198,6 +209,7 @@ struct TooltipWindow {
 class Backend : public platform::Backend, public platform::TooltipService {
  public:
   Backend() {
+    tooltipTime_.start();
     pending_.setSingleShot(true);
     QObject::connect(&pending_, &QTimer::timeout, [this] { showPendingTooltip(); });
     focus_ = QObject::connect(qApp, &QApplication::focusChanged, focusMoved);
@@ -286,7 +298,8 @@ class Backend : public platform::Backend, public platform::TooltipService {
     if (!window || !pendingTool_) return;
     QToolTip::showText(pendingTool_->mapToGlobal(QPoint(0, pendingTool_->height())),
                        qtText(pendingText_), pendingTool_, {}, window->info.visibleTime);
-    lastShown_.start();
+    window->tipEnds = tooltipTime_.elapsed() + std::max(0, window->info.visibleTime);
+    shownFrom_ = window->handle;
     pendingTool_ = nullptr;
   }
 
@@ -338,8 +351,9 @@ class Backend : public platform::Backend, public platform::TooltipService {
     pendingFrom_ = tooltip;
     pendingTool_ = widget;
     pendingText_ = wrapped(text, window->info.maxWidth, QToolTip::font());
-    const bool reshow = lastShown_.isValid() && lastShown_.elapsed() < window->info.reshowTime;
-    pendingDelay_ = reshow ? 0 : window->info.initialTime;
+    const bool reshow =
+        window->tipEnds && tooltipTime_.elapsed() < *window->tipEnds + window->info.reshowTime;
+    pendingDelay_ = reshow ? window->info.reshowTime : window->info.initialTime;
     pending_.start(std::max(0, pendingDelay_));
   }
   // The newest tooltip window that holds a window as a tool; 0 for none.
@@ -351,9 +365,14 @@ class Backend : public platform::Backend, public platform::TooltipService {
     }
     return 0;
   }
+  // The mouse left a tool: a tip that waits stays down, one that is up goes now.
   void left() {
     pending_.stop();
     pendingTool_ = nullptr;
+    if (TooltipWindow* shown = find(shownFrom_)) {
+      const qint64 now = tooltipTime_.elapsed();
+      if (shown->tipEnds && *shown->tipEnds > now) shown->tipEnds = now;
+    }
     QToolTip::hideText();
   }
 
@@ -366,17 +385,21 @@ class Backend : public platform::Backend, public platform::TooltipService {
   QPointer<QWidget> pendingTool_;
   std::string pendingText_;
   int32_t pendingDelay_ = 0;
-  QElapsedTimer lastShown_;
+  // The tooltip window whose tip was shown last.
+  platform::WindowHandle shownFrom_ = 0;
+  QElapsedTimer tooltipTime_;
   QMetaObject::Connection focus_;
 };
 
 // ---- Registry -----------------------------------------------------------------------------
 
-void userAction(const std::function<void()>& action) {
+bool userAction(const std::function<void()>& action) {
   try {
     action();
+    return true;
   } catch (...) {
     state().unhandled.push_back(VbError::from(std::current_exception()));
+    return false;
   }
 }
 
@@ -412,6 +435,8 @@ int32_t pixelsOf(int32_t twips) {
 int32_t twipsOf(int32_t pixels) {
   return static_cast<int32_t>(std::lround(pixels * 1440.0 / dotsPerInch()));
 }
+
+double chartScale() { return dotsPerInch() / 96.0; }
 
 std::shared_ptr<Backend> install() {
   if (!qApp) throw VbError(err::Failed, "The Qt backend needs a QApplication on this thread");
@@ -464,7 +489,11 @@ UserControl::UserControl(std::string className, UserControl* parent)
   if (parent && parent->widget()) widget_->setParent(parent->widget());
   handle_ = registerWindow(widget_);
   widget_->setAutoFillBackground(false);
-  if (parent) widget_->show();
+  if (parent) {
+    widget_->show();
+    parent->tabStops_.push_back({widget_, nullptr, this});
+    parent->orderTabs();
+  }
 }
 
 UserControl::~UserControl() {
@@ -501,6 +530,48 @@ void UserControl::Visible(bool value) {
 void UserControl::Left(int32_t value) {
   left_ = value;
   place();
+}
+
+// The parent lives while the widget does: its window holds this one.
+void UserControl::TabIndex(int32_t value) {
+  tabIndex_ = value;
+  if (parent_ && widget_) parent_->orderTabs();
+}
+
+void UserControl::addTabStop(QWidget* widget, const platform::Widget* child) {
+  std::erase_if(tabStops_, [](const TabStop& stop) { return !stop.widget; });
+  tabStops_.push_back({widget, child, nullptr});
+  orderTabs();
+}
+
+void UserControl::tabChain(std::vector<QWidget*>& chain) const {
+  std::vector<const TabStop*> stops;
+  for (const TabStop& stop : tabStops_) {
+    if (stop.widget) stops.push_back(&stop);
+  }
+  const auto indexOf = [](const TabStop* stop) {
+    return stop->child ? stop->child->TabIndex() : stop->control->TabIndex();
+  };
+  std::stable_sort(stops.begin(), stops.end(),
+                   [&](const TabStop* a, const TabStop* b) { return indexOf(a) < indexOf(b); });
+  for (const TabStop* stop : stops) {
+    if (stop->control) {
+      stop->control->tabChain(chain);
+    } else if (stop->widget->focusPolicy() & Qt::TabFocus) {
+      chain.push_back(stop->widget);
+    }
+  }
+}
+
+// Qt's focus chain of the window, put in the tab order link by link.
+void UserControl::orderTabs() {
+  UserControl* root = this;
+  while (root->parent_) root = root->parent_;
+  std::vector<QWidget*> chain;
+  root->tabChain(chain);
+  for (size_t i = 1; i < chain.size(); ++i) {
+    if (chain[i - 1]->nextInFocusChain() != chain[i]) QWidget::setTabOrder(chain[i - 1], chain[i]);
+  }
 }
 
 void UserControl::Top(int32_t value) {

@@ -36,6 +36,9 @@ std::vector<VbError> takeUnhandledErrors();
 // Pixels of a length in twips at the screen's resolution, and back.
 int32_t pixelsOf(int32_t twips);
 int32_t twipsOf(int32_t pixels);
+// Screen pixels to one pixel of a chart: charts are drawn at 15 twips a pixel (96 dpi), the
+// screen shows lengths at its own resolution. 1 at 96 dpi, 1.25 at 120 dpi.
+double chartScale();
 
 // What a tooltip window holds, for tests and hosts that inspect it: its tools, its width and
 // its times.
@@ -50,10 +53,12 @@ struct TooltipInfo {
 size_t liveTooltips();
 bool tooltipOwnedBy(platform::WindowHandle parent, TooltipInfo& info);
 
-// The tip that the mouse has brought up and that waits for its initial delay: its text (wrapped
-// to the tooltip's width, lines ended with "\n") and the delay. False when none waits.
+// The tip that the mouse has brought up and that waits for its delay: its text (wrapped to the
+// tooltip's width, lines ended with "\n") and the delay: the initial time, or the reshow time
+// while a tip of the same tooltip window is up or went less than the reshow time ago. False
+// when none waits.
 bool pendingTooltip(std::string& text, int32_t& delayMilliseconds);
-// The initial delay runs out now: the pending tip shows, for its visible time.
+// The delay runs out now: the pending tip shows, for its visible time.
 void showPendingTooltip();
 
 }  // namespace tessaline::qt

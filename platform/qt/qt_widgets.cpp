@@ -11,6 +11,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <exception>
+#include <limits>
+#include <vector>
 
 #include "platform/picture.h"
 #include "values/dates.h"
@@ -156,6 +159,82 @@ Qt::Alignment alignmentOf(const Variant& value) {
   }
 }
 
+// Qt isn't exception-safe: an error must never unwind through its frames. Where our code makes a
+// Qt call inside one of its actions and Qt calls back into a slot of ours that raises an event,
+// the call goes through throughQt: the slot raises the event with raiseFromQt, which keeps its
+// error (and raises nothing more for that call), and throughQt throws the error once Qt has
+// returned. The error thus stops the action, as it does where the headless backend raises the
+// event directly. Outside such a call, an event raised from a slot is a user's action of its own.
+struct QtCall {
+  std::exception_ptr error;
+};
+
+std::vector<QtCall*>& qtCalls() {
+  thread_local std::vector<QtCall*> calls;
+  return calls;
+}
+
+template <class Call>
+void throughQt(Call&& call) {
+  QtCall frame;
+  qtCalls().push_back(&frame);
+  struct Pop {
+    ~Pop() { qtCalls().pop_back(); }
+  } pop;
+  call();
+  if (frame.error) std::rethrow_exception(frame.error);
+}
+
+void raiseFromQt(const std::function<void()>& raiseEvent) {
+  if (qtCalls().empty()) {
+    userAction(raiseEvent);
+    return;
+  }
+  QtCall& frame = *qtCalls().back();
+  if (frame.error) return;
+  try {
+    raiseEvent();
+  } catch (...) {
+    frame.error = std::current_exception();
+  }
+}
+
+// Hands an event to the widget's own handling, past the event filters: what Qt would do next
+// with an event that a filter let through.
+void deliver(QWidget* widget, QEvent* event) { static_cast<QObject*>(widget)->event(event); }
+
+// The classic numbers of the mouse buttons: 1 left, 2 right, 4 middle; 0 for another.
+int32_t buttonOf(Qt::MouseButton button) {
+  switch (button) {
+    case Qt::LeftButton:
+      return 1;
+    case Qt::RightButton:
+      return 2;
+    case Qt::MiddleButton:
+      return 4;
+    default:
+      return 0;
+  }
+}
+
+// A look property as the child reads it (its design default until set); -1 for one that isn't
+// a number.
+int32_t lookOf(platform::Widget& child, std::string_view name) {
+  try {
+    return platform::childProperty(child, name).toInt32();
+  } catch (const VbError&) {
+    return -1;
+  }
+}
+
+// BorderStyle and Appearance on a widget with a frame of its own: 3-D is a sunken panel two
+// pixels deep, flat a single line.
+void frameLook(QFrame* frame, bool border, bool flat) {
+  frame->setFrameShape(!border ? QFrame::NoFrame : flat ? QFrame::Box : QFrame::Panel);
+  frame->setFrameShadow(flat ? QFrame::Plain : QFrame::Sunken);
+  frame->setLineWidth(border && !flat ? 2 : 1);
+}
+
 // The picture of a value as Qt paints it, sharing its pixels.
 QImage imageOf(const Ref<Object>& object) {
   const auto picture = refCast<platform::Picture>(object);
@@ -213,6 +292,7 @@ Child<Interface, QtWidget>::Child(UserControl& owner, std::string name, QtWidget
   registerChild(widget, owner, *this);
   applyColors();
   widget->show();
+  if (windowed) owner.addTabStop(widget, this);
 }
 
 template <class Interface, class QtWidget>
@@ -282,6 +362,13 @@ void Child<Interface, QtWidget>::ForeColor(platform::Color value) {
   applyColors();
 }
 
+// The owner lives while the widget does: its window holds the widget.
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::TabIndex(int32_t value) {
+  tabIndex_ = value;
+  if (widget_) owner_.orderTabs();
+}
+
 template <class Interface, class QtWidget>
 void Child<Interface, QtWidget>::applyColors() {
   if (!widget_) return;
@@ -294,7 +381,21 @@ void Child<Interface, QtWidget>::applyColors() {
     palette.setColor(role, fore);
   }
   widget_->setPalette(palette);
-  widget_->setAutoFillBackground(true);
+  widget_->setAutoFillBackground(opaque());
+}
+
+template <class Interface, class QtWidget>
+void Child<Interface, QtWidget>::applyLook() {
+  if (!widget_) return;
+  const bool flat = lookOf(*this, "Appearance") == 0;
+  const bool border = lookOf(*this, "BorderStyle") != 0;
+  if constexpr (std::is_base_of_v<QFrame, QtWidget>) {
+    frameLook(widget_, border, flat);
+  } else if constexpr (std::is_base_of_v<QPushButton, QtWidget>) {
+    widget_->setFlat(flat);
+  } else if constexpr (std::is_base_of_v<QToolButton, QtWidget>) {
+    widget_->setAutoRaise(flat);
+  }
 }
 
 template <class Interface, class QtWidget>
@@ -315,13 +416,15 @@ void Child<Interface, QtWidget>::property(std::string_view name, const Variant& 
   properties_[key] = value;
   if (!widget_) return;
   if (key == "font") setFontOf(widget_, value);
-  if constexpr (std::is_base_of_v<QLabel, QtWidget>) {
-    if (key == "alignment") widget_->setAlignment(alignmentOf(value));
-    if (key == "borderstyle") {
-      widget_->setFrameShape(value.isNumeric() && value.toDouble() == 1 ? QFrame::Box
-                                                                        : QFrame::NoFrame);
+  if (key == "alignment") {
+    if constexpr (std::is_base_of_v<QLabel, QtWidget>) {
+      widget_->setAlignment(alignmentOf(value));
+    } else if (auto* line = qobject_cast<QLineEdit*>(widget_.data())) {
+      line->setAlignment(alignmentOf(value));
     }
   }
+  if (key == "borderstyle" || key == "appearance") applyLook();
+  if (key == "backstyle") applyColors();
 }
 
 template class Child<platform::TextBox, QWidget>;
@@ -354,12 +457,13 @@ TextBox::TextBox(UserControl& owner, const std::string& name, bool multiLine)
     : Child(owner, name, makeEditor(multiLine), true), multiLine_(multiLine) {
   line_ = qobject_cast<QLineEdit*>(widget_.data());
   lines_ = qobject_cast<QPlainTextEdit*>(widget_.data());
+  // The classic box takes a text of any length; Qt's line edit would cut it at 32767.
+  if (line_) line_->setMaxLength(std::numeric_limits<int>::max());
   QWidget* target = line_ ? static_cast<QWidget*>(line_) : lines_->viewport();
   const auto onEvent = [this](QEvent* event) {
     switch (event->type()) {
       case QEvent::KeyPress: {
-        auto* key = static_cast<QKeyEvent*>(event);
-        return keyPress(key->key(), key->modifiers(), key->text());
+        return keyPress(static_cast<QKeyEvent*>(event));
       }
       case QEvent::KeyRelease: {
         auto* key = static_cast<QKeyEvent*>(event);
@@ -462,7 +566,9 @@ void TextBox::show(const platform::EditState& edit) {
     lines_->setTextCursor(cursor);
   }
   ownChange_ = false;
-  if (changed) userAction([&] { raise(events.Change); });
+  // Raised here, with Qt's call returned: an error of the handler goes back to whoever changed
+  // the text, the program or the user's key.
+  if (changed) raise(events.Change);
 }
 
 void TextBox::Text(const std::string& value) {
@@ -501,14 +607,26 @@ void TextBox::SelText(const std::string& value) {
   show(edit);
 }
 
+// Qt's line edit has one kind of frame, the style's: BorderStyle shows on it, Appearance doesn't.
+void TextBox::applyLook() {
+  if (!widget_) return;
+  const bool flat = lookOf(*this, "Appearance") == 0;
+  const bool border = lookOf(*this, "BorderStyle") != 0;
+  if (line_) line_->setFrame(border);
+  if (lines_) frameLook(lines_, border, flat);
+}
+
 void TextBox::Locked(bool value) {
   locked_ = value;
   if (line_) line_->setReadOnly(value);
   if (lines_) lines_->setReadOnly(value);
 }
 
-bool TextBox::keyPress(int qtKey, Qt::KeyboardModifiers modifiers, const QString& text) {
+bool TextBox::keyPress(QKeyEvent* event) {
   if (!reachable()) return true;
+  const int qtKey = event->key();
+  const Qt::KeyboardModifiers modifiers = event->modifiers();
+  const QString text = event->text();
   int16_t code = keyCodeOf(qtKey), shift = shiftOf(modifiers);
   // Ctrl with a letter makes the control character of that letter, as a keyboard does.
   QString characters = text;
@@ -519,22 +637,36 @@ bool TextBox::keyPress(int qtKey, Qt::KeyboardModifiers modifiers, const QString
   } else if (qtKey == Qt::Key_Return || qtKey == Qt::Key_Enter) {
     characters = QString(QChar(u'\r'));
   }
-  userAction([&] { raise(events.KeyDown, code, shift); });
   // A key without a character (arrows, Delete, Home) is the editor's own.
-  if (characters.isEmpty() || qtKey == Qt::Key_Delete || qtKey == Qt::Key_Tab) return false;
-  for (QChar unit : characters) {
-    int16_t ascii = static_cast<int16_t>(unit.unicode());
-    userAction([&] { raise(events.KeyPress, ascii); });
-    if (ascii == 0 || locked_ || !widget_) continue;
-    platform::EditState edit = state();
-    const bool changed = platform::applyCharacter(edit, ascii, multiLine_);
-    pendingHighSurrogate_ = edit.pendingHighSurrogate;
-    if (changed) show(edit);
-  }
+  const bool editorsKey = characters.isEmpty() || qtKey == Qt::Key_Delete || qtKey == Qt::Key_Tab;
+  // KeyDown, then each character's KeyPress, edit and Change, or the editor's handling: one
+  // action, as on the classic box, which an error stops there.
+  QWidget* editor = widget_;
+  const bool completed = userAction([&] {
+    raise(events.KeyDown, code, shift);
+    if (editorsKey) {
+      if (widget_) throughQt([&] { deliver(editor, event); });
+      return;
+    }
+    for (QChar unit : characters) {
+      int16_t ascii = static_cast<int16_t>(unit.unicode());
+      raise(events.KeyPress, ascii);
+      if (ascii == 0 || locked_ || !widget_) continue;
+      platform::EditState edit = state();
+      const bool changed = platform::applyCharacter(edit, ascii, multiLine_);
+      pendingHighSurrogate_ = edit.pendingHighSurrogate;
+      if (changed) show(edit);
+    }
+  });
+  if (!completed) stoppedKey_ = qtKey;
   return true;
 }
 
 void TextBox::keyRelease(int qtKey, Qt::KeyboardModifiers modifiers) {
+  if (stoppedKey_ != 0 && stoppedKey_ == qtKey) {
+    stoppedKey_ = 0;
+    return;
+  }
   if (!reachable()) return;
   int16_t code = keyCodeOf(qtKey), shift = shiftOf(modifiers);
   userAction([&] { raise(events.KeyUp, code, shift); });
@@ -544,7 +676,7 @@ void TextBox::textChangedByQt() {
   if (ownChange_) return;
   // A change that Qt made (Delete, a paste from the context menu, a drop): Change, and the caret
   // stays where Qt put it.
-  userAction([&] { raise(events.Change); });
+  raiseFromQt([&] { raise(events.Change); });
 }
 
 // ---- Label, Image, Frame ------------------------------------------------------------------
@@ -580,6 +712,15 @@ void Label::AutoSize(bool value) {
 void Label::property(std::string_view name, const Variant& value) {
   Child::property(name, value);
   if (autoSize_ && equalsIgnoreCaseAscii(name, "Font")) fit();
+}
+
+bool Label::opaque() const {
+  const Variant style = property("BackStyle");
+  try {
+    return style.isEmpty() || style.toInt32() != 0;
+  } catch (const VbError&) {
+    return true;
+  }
 }
 
 void Label::fit() {
@@ -631,9 +772,8 @@ void Rows<Interface, QtWidget>::ListIndex(int32_t value) {
   if (value == index_) return;
   index_ = value;
   showRow(value);
-  userAction([&] {
-    if (this->events.Click) this->events.Click();
-  });
+  // With Qt's call returned: an error of the handler goes back to the program.
+  if (this->events.Click) this->events.Click();
 }
 
 template <class Interface, class QtWidget>
@@ -696,11 +836,13 @@ class RowPainter : public QStyledItemDelegate {
     }
     const bool hot = option.state & (QStyle::State_MouseOver | QStyle::State_Selected);
     platform::RowPaint row;
-    try {
+    // Painting is part of the user's opening the list: an error of the control's drawing is
+    // kept as unhandled, and the row is drawn the platform's way.
+    const bool drawn = userAction([&] {
       row =
           combo_.drawRow(index.row(), hot ? platform::kRowFocus : 0, utf8(index.data().toString()));
-    } catch (...) {
-      takeUnhandledErrors();
+    });
+    if (!drawn) {
       QStyledItemDelegate::paint(painter, option, index);
       return;
     }
@@ -776,27 +918,42 @@ class ViewerWidget : public QWidget {
   ChartViewer* viewer_ = nullptr;
 
  protected:
+  // The chart's pixels at the screen's: scaled where the screen isn't at 96 dpi.
   void paintEvent(QPaintEvent*) override {
     if (!viewer_ || viewer_->image().isNull()) return;
     QPainter painter(this);
+    const double scale = chartScale();
+    if (scale != 1.0) {
+      painter.setRenderHint(QPainter::SmoothPixmapTransform);
+      painter.scale(scale, scale);
+    }
     painter.drawImage(0, 0, viewer_->image());
   }
   void mousePressEvent(QMouseEvent* event) override {
-    pressed_ = event->position().toPoint();
-    if (viewer_) viewer_->press(pressed_.x(), pressed_.y());
+    if (!viewer_) return;
+    const QPointF at = event->position() / chartScale();
+    if (event->button() == Qt::LeftButton) {
+      pressed_ = event->position();
+      leftDown_ = true;
+    }
+    viewer_->press(buttonOf(event->button()), shiftOf(event->modifiers()), at.x(), at.y());
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
-    if (!viewer_) return;
-    const QPoint at = event->position().toPoint();
+    if (!viewer_ || event->button() != Qt::LeftButton || !leftDown_) return;
+    leftDown_ = false;
+    const double scale = chartScale();
+    const QPointF at = event->position();
     if ((at - pressed_).manhattanLength() < QApplication::startDragDistance()) {
-      viewer_->click(at.x(), at.y());
+      viewer_->click(at.x() / scale, at.y() / scale);
     } else {
-      viewer_->drag(pressed_.x(), pressed_.y(), at.x(), at.y());
+      viewer_->drag(pressed_.x() / scale, pressed_.y() / scale, at.x() / scale, at.y() / scale);
     }
   }
 
  private:
-  QPoint pressed_;
+  // Where the left button went down, in the widget's pixels.
+  QPointF pressed_;
+  bool leftDown_ = false;
 };
 
 }  // namespace
@@ -832,25 +989,27 @@ void ChartViewer::MousePointer(int32_t value) {
   }
 }
 
+// The program's call: an error of the handler goes back to it.
 void ChartViewer::updateViewPort(bool needUpdateChart, bool needUpdateImageMap) {
   view_ = platform::clampViewPort(view_);
-  userAction([&] {
-    if (viewerEvents.ViewPortChanged)
-      viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
-  });
+  if (viewerEvents.ViewPortChanged) {
+    viewerEvents.ViewPortChanged(needUpdateChart, needUpdateImageMap);
+  }
 }
 
-void ChartViewer::press(int x, int y) {
-  if (!reachable() || !viewerEvents.MouseDown) return;
-  userAction([&] { viewerEvents.MouseDown(1, 0, static_cast<float>(x), static_cast<float>(y)); });
+void ChartViewer::press(int32_t button, int32_t shift, double x, double y) {
+  if (!reachable() || button == 0 || !viewerEvents.MouseDown) return;
+  userAction(
+      [&] { viewerEvents.MouseDown(button, shift, static_cast<float>(x), static_cast<float>(y)); });
 }
 
-void ChartViewer::click(int x, int y) {
+// The chart is width_ / 15 pixels wide, as the controls draw it.
+void ChartViewer::click(double x, double y) {
   if (!reachable()) return;
   if (mouseUsage_ != kMouseZoomIn && mouseUsage_ != kMouseZoomOut) return;
-  const int32_t wide = pixelsOf(width_), high = pixelsOf(height_);
-  const double fx = wide > 0 ? static_cast<double>(x) / wide : 0.5;
-  const double fy = high > 0 ? static_cast<double>(y) / high : 0.5;
+  const int32_t wide = width_ / 15, high = height_ / 15;
+  const double fx = wide > 0 ? x / wide : 0.5;
+  const double fy = high > 0 ? y / high : 0.5;
   view_ = platform::zoomAround(
       view_, fx, fy, mouseUsage_ == kMouseZoomIn ? kZoomStep : 1 / kZoomStep, zoomDirection_);
   userAction([&] {
@@ -858,9 +1017,9 @@ void ChartViewer::click(int x, int y) {
   });
 }
 
-void ChartViewer::drag(int fromX, int fromY, int toX, int toY) {
+void ChartViewer::drag(double fromX, double fromY, double toX, double toY) {
   if (!reachable() || mouseUsage_ != kMouseScroll) return;
-  view_ = platform::scrollBy(view_, toX - fromX, toY - fromY, pixelsOf(width_), pixelsOf(height_),
+  view_ = platform::scrollBy(view_, toX - fromX, toY - fromY, width_ / 15, height_ / 15,
                              scrollDirection_);
   userAction([&] {
     if (viewerEvents.ViewPortChanged) viewerEvents.ViewPortChanged(true, false);
@@ -992,44 +1151,63 @@ DatePicker::DatePicker(UserControl& owner, const std::string& name)
   show();
   QObject::connect(widget_, &QDateTimeEdit::dateTimeChanged,
                    [this](const QDateTime& moment) { changedByQt(moment); });
-  new Filter(widget_, [this](QEvent* event) { return onEvent(event); });
+  // A press on the fields lands on the inner line edit, which takes it; one on the arrow lands on
+  // the picker: each raises Click once.
+  filter_ = new Filter(widget_, [this](QEvent* event) { return onEvent(event); });
   if (auto* line = widget_->findChild<QLineEdit*>()) {
-    new Filter(line, [this](QEvent* event) {
-      if (event->type() == QEvent::MouseButtonPress && reachable()) {
-        userAction([&] {
-          if (events.Click) events.Click();
-        });
+    fieldsFilter_ = new Filter(line, [this](QEvent* event) {
+      if (event->type() == QEvent::MouseButtonPress && reachable() &&
+          static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        raiseClick();
       }
       return false;
     });
   }
 }
 
+DatePicker::~DatePicker() {
+  delete filter_.data();
+  delete fieldsFilter_.data();
+}
+
+void DatePicker::raiseClick() {
+  userAction([&] {
+    if (events.Click) events.Click();
+  });
+}
+
 bool DatePicker::onEvent(QEvent* event) {
   if (!reachable()) return false;
   switch (event->type()) {
     case QEvent::MouseButtonPress:
-      userAction([&] {
-        if (events.Click) events.Click();
-      });
+      if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) raiseClick();
       return false;
     case QEvent::KeyPress: {
       auto* key = static_cast<QKeyEvent*>(event);
-      bool swallowed = false;
-      userAction([&] {
+      QWidget* picker = widget_;
+      // KeyDown, KeyPress, then Qt's edit of the field with its Change: one action, which an
+      // error stops there.
+      const bool completed = userAction([&] {
         int16_t code = keyCodeOf(key->key()), state = shiftOf(key->modifiers());
         if (events.KeyDown) events.KeyDown(code, state);
         const QString text = key->text();
         if (!text.isEmpty() && text.at(0).unicode() >= 32) {
           int16_t ascii = static_cast<int16_t>(text.at(0).unicode());
           if (events.KeyPress) events.KeyPress(ascii);
-          swallowed = ascii == 0;
+          if (ascii == 0) return;
         }
+        if (widget_) throughQt([&] { deliver(picker, event); });
       });
-      return swallowed;
+      if (!completed) stoppedKey_ = key->key();
+      return true;
     }
     case QEvent::KeyRelease: {
       auto* key = static_cast<QKeyEvent*>(event);
+      if (key->isAutoRepeat()) return false;
+      if (stoppedKey_ != 0 && stoppedKey_ == key->key()) {
+        stoppedKey_ = 0;
+        return false;
+      }
       userAction([&] {
         int16_t code = keyCodeOf(key->key()), state = shiftOf(key->modifiers());
         if (events.KeyUp) events.KeyUp(code, state);
@@ -1053,7 +1231,7 @@ void DatePicker::changedByQt(const QDateTime& moment) {
   const double days = serialOf(moment);
   if (days == value_.days) return;
   value_ = DateSerial{days};
-  userAction([&] {
+  raiseFromQt([&] {
     if (events.Change) events.Change();
   });
 }
@@ -1098,17 +1276,18 @@ OptionButton::OptionButton(UserControl& owner, const std::string& name)
   });
 }
 
+// Qt keeps one button of an exclusive group pressed: the button that only comes up leaves the
+// group for that moment. Click is raised with Qt's call returned, so that an error of its
+// handler goes back to the program.
 void OptionButton::Value(bool value) {
   if (!widget_) return;
   {
     const QSignalBlocker blocker(widget_);
+    if (!value) widget_->setAutoExclusive(false);
     widget_->setChecked(value);
+    if (!value) widget_->setAutoExclusive(true);
   }
-  if (value) {
-    userAction([&] {
-      if (events.Click) events.Click();
-    });
-  }
+  if (value && events.Click) events.Click();
 }
 
 void OptionButton::Picture(const Ref<Object>& picture) {
@@ -1176,9 +1355,8 @@ void ScrollBar::Value(int32_t value) {
   if (value == value_) return;
   value_ = value;
   range();
-  userAction([&] {
-    if (events.Change) events.Change();
-  });
+  // With Qt's call returned: an error of the handler goes back to the program.
+  if (events.Change) events.Change();
 }
 
 Timer::Timer(std::string name) : name_(std::move(name)) {

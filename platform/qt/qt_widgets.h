@@ -6,6 +6,7 @@
 #include <QDateTimeEdit>
 #include <QFrame>
 #include <QImage>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -43,12 +44,23 @@ platform::Color classicColor(const QColor& color);
 QString qtText(const std::string& text);
 std::string utf8(const QString& text);
 
-// Runs an event handler of a user's action; an error that escapes it is kept as unhandled.
-void userAction(const std::function<void()>& action);
+// Runs what Qt delivered of a user's action (its event handlers); an error that escapes it
+// stops it and is kept as unhandled, and never reaches Qt. True when it ran to its end.
+bool userAction(const std::function<void()>& action);
 
 // What every Qt child keeps beside its widget: the name, the handle, the lengths in twips (the
-// widget's geometry follows in pixels), and the pass-through properties, of which Font,
-// Alignment, BorderStyle and Appearance also reach the widget.
+// widget's geometry follows in pixels), the place in its control's tab order, and the
+// pass-through properties, of which these also reach the widget once they are set:
+// - Font, on every widget; Alignment, on labels and single-line text boxes.
+// - BorderStyle (0 none, 1 fixed single) and Appearance (0 flat, 1 3-D): on the widgets that
+//   Qt gives a frame of their own (labels, images, frames, multi-line text boxes, list boxes,
+//   trees, shortcut bars) a 3-D border is a sunken panel and a flat one a single line. A
+//   single-line text box shows BorderStyle as its frame or none; Qt's line edit has one kind of
+//   frame, so Appearance doesn't show on it. Command and option buttons are flat (raised only
+//   under the mouse) with Appearance 0.
+// - BackStyle on labels: 0 transparent (the container shows through), 1 opaque.
+// On combo boxes, check boxes, date pickers and scroll bars Qt draws one look of its style:
+// Appearance and BorderStyle are only kept there.
 template <class Interface, class QtWidget>
 class Child : public Interface {
  public:
@@ -74,7 +86,8 @@ class Child : public Interface {
   platform::Color ForeColor() const override { return foreColor_; }
   void ForeColor(platform::Color value) override;
   int32_t TabIndex() const override { return tabIndex_; }
-  void TabIndex(int32_t value) override { tabIndex_ = value; }
+  // The control's tab order follows.
+  void TabIndex(int32_t value) override;
   std::string ToolTipText() const override { return toolTipText_; }
   void ToolTipText(const std::string& value) override;
   Variant property(std::string_view name) const override;
@@ -88,6 +101,10 @@ class Child : public Interface {
  protected:
   void place();
   virtual void applyColors();
+  // Whether the widget paints its background.
+  virtual bool opaque() const { return true; }
+  // BorderStyle and Appearance on the widget, as they read now.
+  virtual void applyLook();
 
   UserControl& owner_;
   std::string name_;
@@ -123,7 +140,8 @@ class TextBox : public Child<platform::TextBox, QWidget> {
   bool MultiLine() const override { return multiLine_; }
 
   // Qt's events, turned into the control's.
-  bool keyPress(int qtKey, Qt::KeyboardModifiers modifiers, const QString& text);
+  // A key pressed on the widget: true when Qt is to do nothing more with it.
+  bool keyPress(QKeyEvent* event);
   void keyRelease(int qtKey, Qt::KeyboardModifiers modifiers);
   void textChangedByQt();
   void raiseClick() {
@@ -143,6 +161,8 @@ class TextBox : public Child<platform::TextBox, QWidget> {
   platform::EditState state() const;
   void show(const platform::EditState& edit);
 
+  void applyLook() override;
+
   QLineEdit* line_ = nullptr;
   QPlainTextEdit* lines_ = nullptr;
   bool multiLine_;
@@ -150,6 +170,8 @@ class TextBox : public Child<platform::TextBox, QWidget> {
   char16_t pendingHighSurrogate_ = 0;
   // Changes made by this class raise Change themselves; Qt's signal for them is not wanted.
   bool ownChange_ = false;
+  // The key whose press an error stopped: its release raises no KeyUp.
+  int stoppedKey_ = 0;
 };
 
 class Label : public Child<platform::Label, QLabel> {
@@ -163,6 +185,8 @@ class Label : public Child<platform::Label, QLabel> {
   void property(std::string_view name, const Variant& value) override;
 
  private:
+  // BackStyle 0 lets the container show through.
+  bool opaque() const override;
   void fit();
   std::string caption_;
   bool autoSize_ = false;
@@ -235,8 +259,12 @@ class ListBox : public Rows<platform::ListBox, QListWidget> {
   void showRow(int row) override;
 };
 
-// The chart viewer: the picture drawn as it is, straight from its pixels (cairo's ARGB32 is Qt's
-// premultiplied ARGB32), a click that zooms and a drag that scrolls as MouseUsage says.
+// The chart viewer: the picture drawn straight from its pixels (cairo's ARGB32 is Qt's
+// premultiplied ARGB32), a click that zooms and a drag that scrolls as MouseUsage says. Charts
+// are drawn at 15 twips a pixel, the widget is sized at the screen's resolution: on a screen of
+// another resolution than 96 dpi the picture is scaled by chartScale() to the widget, and the
+// mouse is mapped back to the chart's pixels, so that the controls see the same coordinates on
+// every screen.
 class ChartViewer : public Child<platform::ChartViewer, QWidget> {
  public:
   ChartViewer(UserControl& owner, const std::string& name);
@@ -260,12 +288,13 @@ class ChartViewer : public Child<platform::ChartViewer, QWidget> {
   void MousePointer(int32_t value) override;
   void updateViewPort(bool needUpdateChart, bool needUpdateImageMap) override;
 
-  // The mouse, in pixels of the widget.
-  // A button pressed on the viewer: MouseDown, before the release decides between a click
-  // and a drag.
-  void press(int x, int y);
-  void click(int x, int y);
-  void drag(int fromX, int fromY, int toX, int toY);
+  // The mouse, in pixels of the chart (the widget's pixels divided by chartScale()).
+  // A button pressed on the viewer (1 left, 2 right, 4 middle) with the shift state: MouseDown,
+  // before the release of the left button decides between a click and a drag.
+  void press(int32_t button, int32_t shift, double x, double y);
+  // The left button's click and drag; the other buttons only raise MouseDown.
+  void click(double x, double y);
+  void drag(double fromX, double fromY, double toX, double toY);
   // The picture's pixels as Qt paints them, sharing their memory; null without a picture.
   const QImage& image() const { return image_; }
 
@@ -316,6 +345,7 @@ class CheckBox : public Child<platform::CheckBox, QCheckBox> {
 class DatePicker : public Child<platform::DatePicker, QDateTimeEdit> {
  public:
   DatePicker(UserControl& owner, const std::string& name);
+  ~DatePicker() override;
   DateSerial Value() const override { return value_; }
   void Value(DateSerial value) override;
   std::string CustomFormat() const override { return format_; }
@@ -330,10 +360,16 @@ class DatePicker : public Child<platform::DatePicker, QDateTimeEdit> {
   void show();
   void changedByQt(const QDateTime& moment);
   bool onEvent(QEvent* event);
+  void raiseClick();
   DateSerial value_{kDesignDate};
   std::string format_ = kDesignFormat;
   platform::Color calendarBackColor_ = platform::colors::kWindow;
   bool ownChange_ = false;
+  // The key whose press an error stopped: its release raises no KeyUp.
+  int stoppedKey_ = 0;
+  // The filters of the picker and its fields, which call this object: they go with it, before
+  // the widget's own end sends its last events (the focus that leaves).
+  QPointer<QObject> filter_, fieldsFilter_;
 };
 
 class ScrollBar : public Child<platform::ScrollBar, QScrollBar> {
@@ -510,7 +546,7 @@ class UserControl : public platform::UserControl {
   int32_t Top() const override { return top_; }
   void Top(int32_t value) override;
   int32_t TabIndex() const override { return tabIndex_; }
-  void TabIndex(int32_t value) override { tabIndex_ = value; }
+  void TabIndex(int32_t value) override;
   void PropertyChanged(const std::string&) override {}
   platform::Color AmbientBackColor() const override;
   Ref<platform::StdFont> AmbientFont() const override;
@@ -541,8 +577,24 @@ class UserControl : public platform::UserControl {
   QWidget* widget() const { return widget_; }
   UserControl* parent() const { return parent_; }
 
+  // The tab order: Tab goes through the windows of a control's children by their TabIndex,
+  // those of equal TabIndex in the order they were made; a composite control on this one is
+  // one place in the order, its own children taking their turn there in their order.
+  void addTabStop(QWidget* widget, const platform::Widget* child);
+  // Puts the tab order of the outermost control, and so of this one, in place.
+  void orderTabs();
+
  private:
+  struct TabStop {
+    QPointer<QWidget> widget;
+    // The child, or else the composite control, whose TabIndex gives the place; read only
+    // while the widget lives.
+    const platform::Widget* child = nullptr;
+    const UserControl* control = nullptr;
+  };
   void place();
+  // The widgets that take the focus, in the tab order of this control.
+  void tabChain(std::vector<QWidget*>& chain) const;
 
   std::string className_;
   UserControl* parent_;
@@ -551,6 +603,7 @@ class UserControl : public platform::UserControl {
   int32_t width_ = 0, height_ = 0, left_ = 0, top_ = 0, tabIndex_ = 0;
   bool visible_ = true;
   std::map<std::string, std::unique_ptr<platform::Widget>> added_;
+  std::vector<TabStop> tabStops_;
 };
 
 // The window handles that this backend hands out, with their widgets.

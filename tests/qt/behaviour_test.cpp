@@ -17,6 +17,7 @@
 #include "entry/data_multi_line_text_box.h"
 #include "entry/data_text_box.h"
 #include "entry/list_control.h"
+#include "frame/events.h"
 #include "gauges/data_gauge.h"
 #include "host/reference_host.h"
 #include "navigation/navigation.h"
@@ -69,8 +70,30 @@ class Behaviour : public ::testing::TestWithParam<Factory> {
     return names;
   }
 
+  // The number of the error that a change raises; 0 when it raises none.
+  template <class Change>
+  static int32_t errorOf(Change&& change) {
+    try {
+      change();
+    } catch (const VbError& error) {
+      return error.number();
+    }
+    return 0;
+  }
+
   std::unique_ptr<testing::User> user;
   std::shared_ptr<host::ReferenceHost> host;
+};
+
+// A sink of a control's events that fails in one of them.
+struct FailingEvents : ControlEvents {
+  bool inChange = false, inKeyDown = false;
+  void Change() override {
+    if (inChange) throw VbError(err::TypeMismatch);
+  }
+  void KeyDown(int16_t&, int16_t&) override {
+    if (inKeyDown) throw VbError(err::TypeMismatch);
+  }
 };
 
 TEST_P(Behaviour, TypingIntoANumberMarksTheEditAndReportsEachKeyRelease) {
@@ -369,6 +392,282 @@ TEST_P(Behaviour, TheNavigationTurnsClicksIntoTheNamesOfDialogs) {
   nav->IDtmNavigation_Uninitialize();
   user->click(first, 3);
   EXPECT_EQ(dialogs.size(), 3u);
+}
+
+// An event that the program's change raises runs inside that change: the error of its handler
+// comes back out of the property set, and no unhandled error is left behind.
+TEST_P(Behaviour, AnErrorOfAnEventThatTheProgramRaisedComesBackToTheProgram) {
+  auto window = platform::backend().createUserControl("Form");
+  auto box = window->createTextBox("Text1", false);
+  auto combo = window->createComboBox("Combo1");
+  auto list = window->createListBox("List1");
+  auto option = window->createOptionButton("Option1");
+  auto bar = window->createScrollBar("HScroll1", true);
+  auto viewer = window->createChartViewer("ChartViewer1");
+  auto check = window->createCheckBox("Check1");
+  user->show(*window);
+  for (platform::ListWidget* rows : {static_cast<platform::ListWidget*>(combo.get()),
+                                     static_cast<platform::ListWidget*>(list.get())}) {
+    rows->AddItem("A");
+    rows->AddItem("B");
+  }
+  const auto fail = [] { throw VbError(err::TypeMismatch); };
+  box->events.Change = fail;
+  combo->events.Click = fail;
+  list->events.Click = fail;
+  option->events.Click = fail;
+  bar->events.Change = fail;
+  check->events.Click = fail;
+  viewer->viewerEvents.ViewPortChanged = [](bool, bool) { throw VbError(err::Overflow); };
+
+  EXPECT_EQ(errorOf([&] { box->Text("text"); }), err::TypeMismatch);
+  EXPECT_EQ(box->Text(), "text");
+  EXPECT_EQ(errorOf([&] { box->SelText("more "); }), err::TypeMismatch);
+  EXPECT_EQ(box->Text(), "more text");
+  EXPECT_EQ(errorOf([&] { combo->ListIndex(1); }), err::TypeMismatch);
+  EXPECT_EQ(combo->ListIndex(), 1);
+  EXPECT_EQ(errorOf([&] { list->ListIndex(0); }), err::TypeMismatch);
+  EXPECT_EQ(errorOf([&] { option->Value(true); }), err::TypeMismatch);
+  EXPECT_EQ(errorOf([&] { bar->Value(5); }), err::TypeMismatch);
+  EXPECT_EQ(bar->Value(), 5);
+  EXPECT_EQ(errorOf([&] { check->Value(1); }), err::TypeMismatch);
+  EXPECT_EQ(errorOf([&] { viewer->updateViewPort(true, false); }), err::Overflow);
+  EXPECT_TRUE(user->takeUnhandledErrors().empty());
+}
+
+// So a guarded member that changed a child logs the error through the host and stops there.
+TEST_P(Behaviour, AGuardedMemberLogsTheErrorOfTheEventThatItsChangeRaised) {
+  auto box = make<DTMDataTextBox>();
+  auto failing = std::make_shared<FailingEvents>();
+  box->Advise(failing);
+  failing->inChange = true;
+  host->takeCalls();
+  box->IDTMDataControl_SetDeviceValue(Variant("5"));
+  // The member's own line first (an AlphaNumeric box), then the error that stopped it.
+  EXPECT_EQ(
+      host->errorLines(),
+      (std::vector<std::string>{"BuildMenu Numbers ",
+                                "Error on IDTMDataControl_Value13 ,Description = Type mismatch"}));
+  EXPECT_EQ(operations(), (std::vector<std::string>{"LogError", "LogError"}));
+
+  auto combo = make<DTMDataComboBox>();
+  combo->InitProperties();
+  combo->IDtmControl_DtmContainer(host);
+  combo->IDTMEnumeration_EnumDataDef(xml::parseElement(kModes));
+  host->onCall = [](const host::HostCall& call) {
+    if (call.operation == "ControlValueChanged") throw VbError(err::Overflow);
+  };
+  host->takeCalls();
+  combo->IDTMDataControl_SetDeviceValue(Variant("2"));
+  EXPECT_EQ(host->errorLines(),
+            std::vector<std::string>{"Error on SetComboValue6 ,Description = Overflow"});
+  EXPECT_EQ(operations(), (std::vector<std::string>{"ControlValueChanged", "LogError"}));
+  EXPECT_EQ(combo->Combo1().ListIndex(), 2);
+}
+
+// A key is one action: an error in KeyDown stops it, with no KeyPress, edit, Change or KeyUp.
+TEST_P(Behaviour, AnErrorInKeyDownStopsTheKey) {
+  auto box = make<DTMDataTextBox>();
+  box->IDtmControl_DtmContainer(host);
+  auto failing = std::make_shared<FailingEvents>();
+  box->Advise(failing);
+  user->focus(box->Text1());
+  failing->inKeyDown = true;
+  host->takeCalls();
+  user->type(box->Text1(), "5");
+  EXPECT_EQ(box->Text1().Text(), "");
+  EXPECT_EQ(operations(), std::vector<std::string>{}) << "KeyUp reports to the host";
+  const auto errors = user->takeUnhandledErrors();
+  ASSERT_EQ(errors.size(), 1u);
+  EXPECT_EQ(errors[0].number(), err::TypeMismatch);
+
+  // The picker's key too, with the field's change.
+  auto window = platform::backend().createUserControl("Form");
+  window->Width(4000);
+  window->Height(400);
+  auto picker = window->createDatePicker("DTPicker");
+  picker->Width(3000);
+  picker->Height(375);
+  user->show(*window);
+  std::vector<std::string> events;
+  picker->events.KeyDown = [](int16_t&, int16_t&) { throw VbError(err::Overflow); };
+  picker->events.KeyPress = [&](int16_t&) { events.push_back("KeyPress"); };
+  picker->events.Change = [&] { events.push_back("Change"); };
+  picker->events.KeyUp = [&](int16_t&, int16_t&) { events.push_back("KeyUp"); };
+  user->typeField(*picker, headless::DateField::Day, 5);
+  EXPECT_EQ(events, std::vector<std::string>{});
+  EXPECT_EQ(picker->Value().days, platform::DatePicker::kDesignDate);
+  const auto pickerErrors = user->takeUnhandledErrors();
+  ASSERT_EQ(pickerErrors.size(), 1u);
+  EXPECT_EQ(pickerErrors[0].number(), err::Overflow);
+  // An error in Change stops the key's KeyUp.
+  picker->events.KeyDown = nullptr;
+  picker->events.Change = [] { throw VbError(err::TypeMismatch); };
+  user->typeField(*picker, headless::DateField::Day, 6);
+  EXPECT_EQ(events, std::vector<std::string>{"KeyPress"});
+  EXPECT_EQ(picker->Value().days, platform::DatePicker::kDesignDate + 5);
+  EXPECT_EQ(user->takeUnhandledErrors().size(), 1u);
+}
+
+// The rows are drawn as part of the user's opening the list: an error of the drawing is kept
+// beside the errors kept before it.
+TEST_P(Behaviour, AnErrorWhileDrawingARowIsKeptWithTheOthers) {
+  auto window = platform::backend().createUserControl("Form");
+  window->Width(4000);
+  window->Height(800);
+  auto combo = window->createComboBox("Combo1");
+  combo->Width(2000);
+  combo->Height(300);
+  auto label = window->createLabel("Label1");
+  label->Top(400);
+  label->Width(1000);
+  label->Height(300);
+  combo->AddItem("A");
+  combo->AddItem("B");
+  combo->drawRow = [](int32_t itemID, int32_t, const std::string& text) {
+    if (itemID == 1) throw VbError(err::Overflow);
+    platform::RowPaint paint;
+    paint.text = text;
+    return paint;
+  };
+  label->events.Click = [] { throw VbError(err::TypeMismatch); };
+  user->show(*window);
+  user->click(*label);
+  user->paintRows(*combo);
+  const auto errors = user->takeUnhandledErrors();
+  ASSERT_EQ(errors.size(), 2u);
+  EXPECT_EQ(errors[0].number(), err::TypeMismatch);
+  EXPECT_EQ(errors[1].number(), err::Overflow);
+}
+
+// A check box and a date picker raise GotFocus and LostFocus as the focus comes and goes.
+TEST_P(Behaviour, TheCheckBoxAndTheDatePickerRaiseTheirFocusEvents) {
+  auto window = platform::backend().createUserControl("Form");
+  window->Width(6000);
+  window->Height(800);
+  auto check = window->createCheckBox("Check1");
+  check->Width(1500);
+  check->Height(300);
+  auto picker = window->createDatePicker("DTPicker");
+  picker->Left(2000);
+  picker->Width(3000);
+  picker->Height(375);
+  user->show(*window);
+  std::vector<std::string> events;
+  const auto record = [&](std::string name) { return [&events, name] { events.push_back(name); }; };
+  check->events.GotFocus = record("Check1.GotFocus");
+  check->events.LostFocus = record("Check1.LostFocus");
+  check->events.MouseDown = record("Check1.MouseDown");
+  check->events.Click = record("Check1.Click");
+  picker->events.GotFocus = record("DTPicker.GotFocus");
+  picker->events.LostFocus = record("DTPicker.LostFocus");
+  picker->events.Click = record("DTPicker.Click");
+  user->click(*check);
+  user->click(*picker);
+  user->click(*check);
+  EXPECT_EQ(events, (std::vector<std::string>{
+                        "Check1.GotFocus", "Check1.MouseDown", "Check1.Click", "Check1.LostFocus",
+                        "DTPicker.GotFocus", "DTPicker.Click", "DTPicker.LostFocus",
+                        "Check1.GotFocus", "Check1.MouseDown", "Check1.Click"}));
+}
+
+// A click on the picker raises Click once; a digit typed into a field KeyDown, KeyPress, then
+// Change once the field takes the number, then KeyUp; a day from the calendar keeps the time and
+// raises Change. A date set by program raises no Change.
+TEST_P(Behaviour, TheDatePickerRaisesClickKeysAndChangeInTheirOrder) {
+  auto window = platform::backend().createUserControl("Form");
+  window->Width(4000);
+  window->Height(400);
+  auto picker = window->createDatePicker("DTPicker");
+  picker->Width(3000);
+  picker->Height(375);
+  user->show(*window);
+  std::vector<std::string> events;
+  picker->events.Click = [&] { events.push_back("Click"); };
+  picker->events.KeyDown = [&](int16_t& code, int16_t&) {
+    events.push_back("KeyDown " + std::to_string(code));
+  };
+  picker->events.KeyPress = [&](int16_t& ascii) {
+    events.push_back("KeyPress " + std::to_string(ascii));
+  };
+  picker->events.KeyUp = [&](int16_t& code, int16_t&) {
+    events.push_back("KeyUp " + std::to_string(code));
+  };
+  picker->events.Change = [&] { events.push_back("Change " + picker->Text()); };
+
+  picker->Value(DateSerial{platform::DatePicker::kDesignDate + 0.5});
+  EXPECT_EQ(picker->Text(), "01-01-70 12:00:00 PM");
+  EXPECT_EQ(events, std::vector<std::string>{}) << "a date set by program raises no Change";
+
+  user->click(*picker);
+  EXPECT_EQ(events, std::vector<std::string>{"Click"});
+  events.clear();
+  user->typeField(*picker, headless::DateField::Month, 12);
+  EXPECT_EQ(events,
+            (std::vector<std::string>{"KeyDown 49", "KeyPress 49", "KeyUp 49", "KeyDown 50",
+                                      "KeyPress 50", "Change 12-01-70 12:00:00 PM", "KeyUp 50"}));
+  events.clear();
+  user->pickFromCalendar(*picker, 1970, 12, 24);
+  EXPECT_EQ(events, (std::vector<std::string>{"Click", "Change 12-24-70 12:00:00 PM"}));
+  EXPECT_EQ(picker->Text(), "12-24-70 12:00:00 PM");
+}
+
+// Of the option buttons of one container one is pressed; one set to false only comes up.
+TEST_P(Behaviour, AnOptionButtonSetToFalseComesUp) {
+  auto window = platform::backend().createUserControl("Form");
+  auto first = window->createOptionButton("Option1");
+  auto second = window->createOptionButton("Option2");
+  user->show(*window);
+  int clicks = 0;
+  first->events.Click = [&] { ++clicks; };
+  first->Value(true);
+  EXPECT_TRUE(first->Value());
+  second->Value(true);
+  EXPECT_FALSE(first->Value());
+  EXPECT_TRUE(second->Value());
+  first->Value(true);
+  first->Value(false);
+  EXPECT_FALSE(first->Value());
+  EXPECT_FALSE(second->Value());
+  EXPECT_EQ(clicks, 2);
+}
+
+// A text box takes a text of any length, and the same text again is no change.
+TEST_P(Behaviour, ATextBoxKeepsALongTextWhole) {
+  auto window = platform::backend().createUserControl("Form");
+  auto box = window->createTextBox("Text1", false);
+  int changes = 0;
+  box->events.Change = [&] { ++changes; };
+  std::string text;
+  for (int i = 0; i < 100000; ++i) text += static_cast<char>('a' + i % 26);
+  box->Text(text);
+  EXPECT_EQ(box->Text().size(), 100000u);
+  EXPECT_EQ(box->Text(), text);
+  box->Text(text);
+  EXPECT_EQ(changes, 1);
+}
+
+// Only the left button zooms and scrolls; every button raises MouseDown with its number.
+TEST_P(Behaviour, TheViewerTellsTheButtonsApartAndZoomsOnlyWithTheLeftOne) {
+  auto window = platform::backend().createUserControl("Chart");
+  auto viewer = window->createChartViewer("ChartViewer1");
+  window->Width(200 * 15);
+  window->Height(100 * 15);
+  viewer->Width(200 * 15);
+  viewer->Height(100 * 15);
+  user->show(*window);
+  std::vector<std::string> downs;
+  viewer->viewerEvents.MouseDown = [&](int32_t button, int32_t, float x, float y) {
+    downs.push_back(std::to_string(button) + " " + std::to_string(static_cast<int>(x)) + "," +
+                    std::to_string(static_cast<int>(y)));
+  };
+  viewer->MouseUsage(platform::ChartViewer::kMouseZoomIn);
+  user->click(*viewer, 50, 25, 2);
+  user->click(*viewer, 60, 30, 4);
+  EXPECT_DOUBLE_EQ(viewer->ViewPortWidth(), 1);
+  user->click(*viewer, 50, 25);
+  EXPECT_DOUBLE_EQ(viewer->ViewPortWidth(), 0.5);
+  EXPECT_EQ(downs, (std::vector<std::string>{"2 50,25", "4 60,30", "1 50,25"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Backends, Behaviour,

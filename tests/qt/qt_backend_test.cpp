@@ -6,12 +6,20 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
 #include <QToolBox>
 #include <QToolTip>
 #include <QTreeWidget>
@@ -46,6 +54,16 @@ class QtBackend : public ::testing::Test {
   }
   std::shared_ptr<host::ReferenceHost> host;
 };
+
+// Shows a window as a host's form would, active, with the focus on nothing.
+void showActive(platform::UserControl& window) {
+  QWidget* widget = qt::widgetOf(window);
+  widget->show();
+  widget->activateWindow();
+  QApplication::setActiveWindow(widget);
+  ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
+  if (QWidget* focused = QApplication::focusWidget()) focused->clearFocus();
+}
 
 TEST_F(QtBackend, LengthsAreTwipsFifteenToAPixelAtNinetySixDots) {
   ASSERT_EQ(qt::pixelsOf(1440), 96) << "the offscreen screen is expected at 96 dpi";
@@ -179,6 +197,250 @@ TEST_F(QtBackend, AnErrorInAHandlerStopsTheActionAndReachesNoQtCode) {
   const auto errors = qt::takeUnhandledErrors();
   ASSERT_EQ(errors.size(), 1u);
   EXPECT_EQ(errors[0].number(), err::TypeMismatch);
+}
+
+// While a tip is up, or within the reshow time after it went, the next tool's tip comes after
+// the reshow time; otherwise after the initial time.
+TEST_F(QtBackend, TheReshowTimeHoldsWhileATipIsUpAndShortlyAfterItWent) {
+  auto window = platform::backend().createUserControl("Form");
+  auto one = window->createTextBox("Text1", false);
+  auto two = window->createTextBox("Text2", false);
+  platform::TooltipService& tips = platform::backend().tooltips();
+  const platform::WindowHandle tip = tips.createTooltipWindow(window->hWnd(), 0);
+  tips.setDelayTime(tip, platform::TooltipService::kInitial, 400);
+  tips.setDelayTime(tip, platform::TooltipService::kReshow, 200);
+  tips.setDelayTime(tip, platform::TooltipService::kAutoPop, 5000);
+  tips.addTool(tip, one->hWnd(), "one", 0);
+  tips.addTool(tip, two->hWnd(), "two", 0);
+  const auto send = [](platform::Widget& tool, QEvent::Type type) {
+    QEvent event(type);
+    QApplication::sendEvent(qt::widgetOf(tool), &event);
+  };
+  const auto move = [&](platform::Widget* from, platform::Widget& to) {
+    if (from) send(*from, QEvent::Leave);
+    send(to, QEvent::Enter);
+  };
+  const auto delay = [] {
+    std::string text;
+    int32_t milliseconds = -1;
+    EXPECT_TRUE(qt::pendingTooltip(text, milliseconds));
+    return milliseconds;
+  };
+
+  move(nullptr, *one);
+  EXPECT_EQ(delay(), 400);
+  qt::showPendingTooltip();
+  // The tip stays up longer than the reshow time: the next tool's tip still comes sooner.
+  QTest::qSleep(250);
+  move(one.get(), *two);
+  EXPECT_EQ(delay(), 200) << "a tip is up";
+  qt::showPendingTooltip();
+  move(two.get(), *one);
+  EXPECT_EQ(delay(), 200) << "the tip went just now";
+  send(*one, QEvent::Leave);
+  QTest::qSleep(250);
+  send(*two, QEvent::Enter);
+  EXPECT_EQ(delay(), 400) << "the reshow time has passed since the tip went";
+  // A tip that went by itself at the end of its visible time.
+  tips.setDelayTime(tip, platform::TooltipService::kAutoPop, 100);
+  qt::showPendingTooltip();
+  QTest::qSleep(350);
+  move(two.get(), *one);
+  EXPECT_EQ(delay(), 400);
+  send(*one, QEvent::Leave);
+  tips.destroyWindow(tip);
+}
+
+// BorderStyle, Appearance and BackStyle change what the widgets show.
+TEST_F(QtBackend, BorderStyleAppearanceAndBackStyleReachTheWidgets) {
+  auto window = platform::backend().createUserControl("Form");
+  QWidget* form = qt::widgetOf(*window);
+  form->resize(400, 200);
+  QPalette palette = form->palette();
+  palette.setColor(QPalette::Window, Qt::blue);
+  form->setPalette(palette);
+  form->setAutoFillBackground(true);
+
+  auto label = window->createLabel("Label1");
+  label->Width(1500);
+  label->Height(300);
+  label->BackColor(platform::colors::kYellow);
+  auto* shown = qobject_cast<QLabel*>(qt::widgetOf(*label));
+  label->property("BorderStyle", Variant(1));
+  EXPECT_EQ(shown->frameShape(), QFrame::Panel) << "3-D by default";
+  EXPECT_EQ(shown->frameShadow(), QFrame::Sunken);
+  label->property("Appearance", Variant(0));
+  EXPECT_EQ(shown->frameShape(), QFrame::Box);
+  EXPECT_EQ(shown->frameShadow(), QFrame::Plain);
+  label->property("BorderStyle", Variant(0));
+  EXPECT_EQ(shown->frameShape(), QFrame::NoFrame);
+  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::yellow));
+  label->property("BackStyle", Variant(0));
+  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::blue)) << "transparent";
+  label->BackColor(platform::colors::kWhite);
+  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::blue));
+  label->property("BackStyle", Variant(1));
+  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::white));
+
+  auto box = window->createTextBox("Text1", false);
+  auto* line = qobject_cast<QLineEdit*>(qt::widgetOf(*box));
+  EXPECT_TRUE(line->hasFrame());
+  box->property("BorderStyle", Variant(0));
+  EXPECT_FALSE(line->hasFrame());
+  box->property("BorderStyle", Variant(1));
+  EXPECT_TRUE(line->hasFrame());
+
+  auto lines = window->createTextBox("Text2", true);
+  auto* editor = qobject_cast<QPlainTextEdit*>(qt::widgetOf(*lines));
+  lines->property("Appearance", Variant(0));
+  EXPECT_EQ(editor->frameShape(), QFrame::Box);
+  lines->property("BorderStyle", Variant(0));
+  EXPECT_EQ(editor->frameShape(), QFrame::NoFrame);
+
+  auto button = window->createCommandButton("Command1");
+  auto* push = qobject_cast<QPushButton*>(qt::widgetOf(*button));
+  EXPECT_FALSE(push->isFlat());
+  button->property("Appearance", Variant(0));
+  EXPECT_TRUE(push->isFlat());
+}
+
+// Tab goes by TabIndex, those of a composite control on the form as one place of the order.
+TEST_F(QtBackend, TabFollowsTheTabIndex) {
+  auto window = platform::backend().createUserControl("Form");
+  window->Width(6000);
+  window->Height(3000);
+  std::vector<std::unique_ptr<platform::TextBox>> boxes;
+  for (const int32_t index : {3, 1, 0, 2}) {
+    boxes.push_back(window->createTextBox("Text" + std::to_string(boxes.size() + 1), false));
+    boxes.back()->Top(400 * static_cast<int32_t>(boxes.size()));
+    boxes.back()->Width(1000);
+    boxes.back()->Height(300);
+    boxes.back()->TabIndex(index);
+  }
+  auto inner = window->createChildControl("Inner");
+  inner->Left(3000);
+  inner->Width(2000);
+  inner->Height(2000);
+  inner->TabIndex(4);
+  auto innerFirst = inner->createTextBox("Text5", false);
+  auto innerSecond = inner->createTextBox("Text6", false);
+  innerFirst->TabIndex(1);
+  innerSecond->TabIndex(0);
+  innerSecond->Top(500);
+  showActive(*window);
+
+  const auto tabsThrough = [](std::vector<platform::Widget*> order) {
+    qt::widgetOf(*order.front())->setFocus(Qt::TabFocusReason);
+    for (size_t i = 1; i <= order.size(); ++i) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      const QWidget* focused = QApplication::focusWidget();
+      EXPECT_EQ(focused ? focused->objectName().toStdString() : "nothing",
+                order[i % order.size()]->Name())
+          << "after Tab " << i;
+    }
+  };
+  tabsThrough({boxes[2].get(), boxes[1].get(), boxes[3].get(), boxes[0].get(), innerSecond.get(),
+               innerFirst.get()});
+  // Another TabIndex moves the child in the order.
+  boxes[0]->TabIndex(5);
+  tabsThrough({boxes[2].get(), boxes[1].get(), boxes[3].get(), innerSecond.get(), innerFirst.get(),
+               boxes[0].get()});
+}
+
+// One click of the left button on the picker is one Click, on its fields as on its arrow;
+// another button's is none.
+TEST_F(QtBackend, TheDatePickerTakesOneClickOnceAndOnlyTheLeftButtons) {
+  auto window = platform::backend().createUserControl("Form");
+  window->Width(4000);
+  window->Height(400);
+  auto picker = window->createDatePicker("DTPicker");
+  picker->Width(3000);
+  picker->Height(375);
+  showActive(*window);
+  int clicks = 0;
+  picker->events.Click = [&] { ++clicks; };
+  auto* edit = qobject_cast<QDateTimeEdit*>(qt::widgetOf(*picker));
+  QLineEdit* fields = edit->findChild<QLineEdit*>();
+  QTest::mouseClick(fields, Qt::LeftButton, {}, QPoint(4, fields->height() / 2));
+  EXPECT_EQ(clicks, 1);
+  QTest::mouseClick(fields, Qt::RightButton, {}, QPoint(4, fields->height() / 2));
+  QTest::mouseClick(edit, Qt::RightButton, {}, QPoint(edit->width() - 4, edit->height() / 2));
+  EXPECT_EQ(clicks, 1);
+  QTest::mouseClick(edit, Qt::LeftButton, {}, QPoint(edit->width() - 4, edit->height() / 2));
+  EXPECT_EQ(clicks, 2);
+  edit->calendarWidget()->window()->hide();
+}
+
+// At another resolution than 96 dpi the chart is scaled to the viewer, and the mouse reaches
+// the controls in the chart's pixels. The offscreen screen is at 96 dpi: the test runs itself
+// again in a process whose screen has 120 dpi, with Qt's own scaling off so that the widgets
+// see that resolution.
+TEST_F(QtBackend, AtAnotherResolutionTheViewerScalesTheChartAndMapsTheMouseBack) {
+  if (qt::pixelsOf(1440) == 96) {
+    QTemporaryDir folder;
+    ASSERT_TRUE(folder.isValid());
+    QFile config(folder.filePath("screen.json"));
+    ASSERT_TRUE(config.open(QIODevice::WriteOnly));
+    config.write(R"({"screens": [{"name": "screen", "width": 1280, "height": 1024,
+                     "logicalDpi": 120, "logicalBaseDpi": 96, "dpr": 1}]})");
+    config.close();
+    QProcess again;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + config.fileName());
+    environment.insert("QT_ENABLE_HIGHDPI_SCALING", "0");
+    again.setProcessEnvironment(environment);
+    again.setProcessChannelMode(QProcess::MergedChannels);
+    const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    again.start(QCoreApplication::applicationFilePath(),
+                {QString("--gtest_filter=%1.%2").arg(test->test_suite_name(), test->name())});
+    ASSERT_TRUE(again.waitForFinished(120000));
+    const QString output = QString::fromLocal8Bit(again.readAll());
+    EXPECT_EQ(again.exitCode(), 0) << output.toStdString();
+    EXPECT_TRUE(output.contains("[  PASSED  ] 1 test")) << output.toStdString();
+    return;
+  }
+  ASSERT_EQ(qt::pixelsOf(1440), 120);
+  EXPECT_DOUBLE_EQ(qt::chartScale(), 1.25);
+  auto window = platform::backend().createUserControl("Chart");
+  window->Width(200 * 15);
+  window->Height(100 * 15);
+  auto viewer = window->createChartViewer("ChartViewer1");
+  viewer->Width(200 * 15);
+  viewer->Height(100 * 15);
+  QWidget* shown = qt::widgetOf(*viewer);
+  ASSERT_EQ(shown->width(), 250);
+  // A chart of 200 by 100 pixels: red on its left half, blue on its right.
+  platform::PixelImage pixels{200, 100, std::vector<uint32_t>(200 * 100)};
+  for (int y = 0; y < 100; ++y) {
+    for (int x = 0; x < 200; ++x) pixels.pixels[y * 200 + x] = x < 100 ? 0xFFFF0000 : 0xFF0000FF;
+  }
+  viewer->Picture(Ref<Object>(std::make_shared<platform::Picture>(std::move(pixels))));
+  const QImage image = shown->grab().toImage();
+  EXPECT_EQ(image.pixelColor(110, 60), QColor(Qt::red)) << "the chart's x 88";
+  EXPECT_EQ(image.pixelColor(140, 60), QColor(Qt::blue)) << "the chart's x 112";
+  EXPECT_EQ(image.pixelColor(245, 120), QColor(Qt::blue)) << "the chart fills the viewer";
+
+  std::vector<std::pair<float, float>> downs;
+  viewer->viewerEvents.MouseDown = [&](int32_t, int32_t, float x, float y) {
+    downs.emplace_back(x, y);
+  };
+  int changes = 0;
+  viewer->viewerEvents.ViewPortChanged = [&](bool, bool) { ++changes; };
+  viewer->MouseUsage(platform::ChartViewer::kMouseZoomIn);
+  QTest::mouseClick(shown, Qt::LeftButton, {}, QPoint(125, 25));
+  ASSERT_EQ(downs.size(), 1u);
+  EXPECT_FLOAT_EQ(downs[0].first, 100);
+  EXPECT_FLOAT_EQ(downs[0].second, 20);
+  EXPECT_DOUBLE_EQ(viewer->ViewPortLeft(), 0.25);
+  EXPECT_DOUBLE_EQ(viewer->ViewPortWidth(), 0.5);
+  // A drag of 50 screen pixels is one of 40 chart pixels: a fifth of the chart's width, a tenth
+  // of the range on show.
+  viewer->MouseUsage(platform::ChartViewer::kMouseScroll);
+  QTest::mousePress(shown, Qt::LeftButton, {}, QPoint(150, 50));
+  QTest::mouseMove(shown, QPoint(100, 50));
+  QTest::mouseRelease(shown, Qt::LeftButton, {}, QPoint(100, 50));
+  EXPECT_DOUBLE_EQ(viewer->ViewPortLeft(), 0.35);
+  EXPECT_EQ(changes, 2);
 }
 
 // The bars of the navigation are pages of a tool box, with the picture and caption of each

@@ -5,12 +5,19 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
 #include <QPlainTextEdit>
+#include <QTableView>
 #include <QTest>
+#include <algorithm>
+#include <cmath>
+#include <string>
 
 #include "platform/headless/headless.h"
 #include "platform/qt/qt_backend.h"
@@ -42,16 +49,25 @@ class HeadlessUser : public User {
   void blur() override { headless::moveFocus(nullptr); }
   void pick(platform::ComboBox& combo, int32_t row) override { headless::user(combo).pick(row); }
   void pick(platform::ListBox& list, int32_t row) override { headless::user(list).pick(row); }
+  void paintRows(platform::ComboBox& combo) override { headless::user(combo).paintedRows(); }
   void click(platform::Label& label) override { headless::user(label).click(); }
   void click(platform::Image& image) override { headless::user(image).click(); }
   void click(platform::CommandButton& button) override { headless::user(button).click(); }
   void click(platform::CheckBox& box) override { headless::user(box).click(); }
+  void click(platform::DatePicker& picker) override { headless::user(picker).click(); }
+  void typeField(platform::DatePicker& picker, headless::DateField field, int32_t number) override {
+    headless::user(picker).typeField(field, number);
+  }
+  void pickFromCalendar(platform::DatePicker& picker, int32_t year, int32_t month,
+                        int32_t day) override {
+    headless::user(picker).pickFromCalendar(year, month, day);
+  }
   void click(platform::TreeView& tree, int32_t node) override { headless::user(tree).click(node); }
   void click(platform::ShortcutBar& bar, int32_t position) override {
     headless::user(bar).click(position);
   }
-  void click(platform::ChartViewer& viewer, int32_t x, int32_t y) override {
-    headless::user(viewer).click(x, y);
+  void click(platform::ChartViewer& viewer, int32_t x, int32_t y, int32_t button) override {
+    headless::user(viewer).click(x, y, button);
   }
   void drag(platform::ChartViewer& viewer, int32_t fromX, int32_t fromY, int32_t toX,
             int32_t toY) override {
@@ -158,6 +174,18 @@ class QtUser : public User {
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, rect.center());
     box->hidePopup();
   }
+  // What the open list's view does with each row: its delegate paints it.
+  void paintRows(platform::ComboBox& combo) override {
+    auto* box = qobject_cast<QComboBox*>(qt::widgetOf(combo));
+    QImage canvas(200, 20 * std::max(1, box->count()), QImage::Format_ARGB32);
+    for (int row = 0; row < box->count(); ++row) {
+      QPainter painter(&canvas);
+      QStyleOptionViewItem option;
+      option.rect = QRect(0, row * 20, 200, 20);
+      option.font = box->font();
+      box->view()->itemDelegate()->paint(&painter, option, box->model()->index(row, 0));
+    }
+  }
   void pick(platform::ListBox& list, int32_t row) override {
     auto* widget = qobject_cast<QListWidget*>(qt::widgetOf(list));
     if (!widget->isVisible() || !widget->isEnabled()) return;
@@ -179,6 +207,52 @@ class QtUser : public User {
     QWidget* widget = qt::widgetOf(box);
     QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
   }
+  // The fields are the picker's inner line edit.
+  void click(platform::DatePicker& picker) override {
+    auto* edit = qobject_cast<QDateTimeEdit*>(qt::widgetOf(picker));
+    QLineEdit* fields = edit->findChild<QLineEdit*>();
+    QTest::mouseClick(fields, Qt::LeftButton, {}, QPoint(4, fields->height() / 2));
+  }
+  void typeField(platform::DatePicker& picker, headless::DateField field, int32_t number) override {
+    auto* edit = qobject_cast<QDateTimeEdit*>(qt::widgetOf(picker));
+    if (!edit->isVisible() || !edit->isEnabled()) return;
+    if (!edit->hasFocus()) edit->setFocus(Qt::OtherFocusReason);
+    edit->setSelectedSection(sectionOf(field));
+    for (const char digit : std::to_string(number < 0 ? 0 : number)) {
+      QTest::keyClick(edit, static_cast<Qt::Key>(Qt::Key_0 + (digit - '0')));
+    }
+  }
+  void pickFromCalendar(platform::DatePicker& picker, int32_t year, int32_t month,
+                        int32_t day) override {
+    auto* edit = qobject_cast<QDateTimeEdit*>(qt::widgetOf(picker));
+    if (!edit->isVisible() || !edit->isEnabled()) return;
+    // The arrow at the right end opens the calendar.
+    QTest::mouseClick(edit, Qt::LeftButton, {}, QPoint(edit->width() - 4, edit->height() / 2));
+    QCalendarWidget* calendar = edit->calendarWidget();
+    if (!calendar->isVisible()) {
+      ADD_FAILURE() << "the calendar didn't open";
+      return;
+    }
+    // The user pages to the month, then clicks the day in its grid: in the grid the month's days
+    // up to 21 come first, those from 22 last (the days of the months around it are outside).
+    calendar->setCurrentPage(year, month);
+    auto* view = calendar->findChild<QTableView*>();
+    QModelIndex cell;
+    for (int row = 0; row < view->model()->rowCount(); ++row) {
+      for (int column = 0; column < view->model()->columnCount(); ++column) {
+        const QModelIndex index = view->model()->index(row, column);
+        bool number = false;
+        if (index.data().toString().toInt(&number) != day || !number) continue;
+        if (!cell.isValid() || day >= 22) cell = index;
+      }
+    }
+    if (!cell.isValid()) {
+      ADD_FAILURE() << "no day " << day << " in the calendar";
+      return;
+    }
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(cell).center());
+    if (calendar->isVisible()) calendar->window()->hide();
+  }
   void click(platform::TreeView& tree, int32_t node) override {
     auto* widget = qobject_cast<QTreeWidget*>(qt::widgetOf(tree));
     QTreeWidgetItem* item = dynamic_cast<qt::TreeView&>(tree).item(node);
@@ -199,19 +273,45 @@ class QtUser : public User {
     QAbstractButton* caption = buttons[position - 1];
     QTest::mouseClick(caption, Qt::LeftButton, {}, caption->rect().center());
   }
-  void click(platform::ChartViewer& viewer, int32_t x, int32_t y) override {
-    QTest::mouseClick(qt::widgetOf(viewer), Qt::LeftButton, {}, QPoint(x, y));
+  void click(platform::ChartViewer& viewer, int32_t x, int32_t y, int32_t button) override {
+    const Qt::MouseButton qtButton = button == 2   ? Qt::RightButton
+                                     : button == 4 ? Qt::MiddleButton
+                                                   : Qt::LeftButton;
+    QTest::mouseClick(qt::widgetOf(viewer), qtButton, {}, onScreen(x, y));
   }
   void drag(platform::ChartViewer& viewer, int32_t fromX, int32_t fromY, int32_t toX,
             int32_t toY) override {
     QWidget* widget = qt::widgetOf(viewer);
-    QTest::mousePress(widget, Qt::LeftButton, {}, QPoint(fromX, fromY));
-    QTest::mouseMove(widget, QPoint(toX, toY));
-    QTest::mouseRelease(widget, Qt::LeftButton, {}, QPoint(toX, toY));
+    QTest::mousePress(widget, Qt::LeftButton, {}, onScreen(fromX, fromY));
+    QTest::mouseMove(widget, onScreen(toX, toY));
+    QTest::mouseRelease(widget, Qt::LeftButton, {}, onScreen(toX, toY));
   }
   std::vector<VbError> takeUnhandledErrors() override { return qt::takeUnhandledErrors(); }
 
  private:
+  // A point of a chart on the viewer's widget, at the screen's resolution.
+  static QPoint onScreen(int32_t x, int32_t y) {
+    const double scale = qt::chartScale();
+    return QPoint(static_cast<int>(std::lround(x * scale)),
+                  static_cast<int>(std::lround(y * scale)));
+  }
+  static QDateTimeEdit::Section sectionOf(headless::DateField field) {
+    switch (field) {
+      case headless::DateField::Year:
+        return QDateTimeEdit::YearSection;
+      case headless::DateField::Month:
+        return QDateTimeEdit::MonthSection;
+      case headless::DateField::Day:
+        return QDateTimeEdit::DaySection;
+      case headless::DateField::Hour:
+        return QDateTimeEdit::HourSection;
+      case headless::DateField::Minute:
+        return QDateTimeEdit::MinuteSection;
+      case headless::DateField::Second:
+        return QDateTimeEdit::SecondSection;
+    }
+    return QDateTimeEdit::NoSection;
+  }
   void send(platform::TextBox& box, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
     QWidget* widget = qt::widgetOf(box);
     if (!widget->isVisible() || !widget->isEnabled()) return;

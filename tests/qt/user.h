@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/chart_viewer.h"
+#include "platform/headless/headless.h"
 #include "platform/widgets.h"
 #include "values/vb_error.h"
 
@@ -34,16 +35,27 @@ class User {
   virtual void blur() = 0;
   virtual void pick(platform::ComboBox& combo, int32_t row) = 0;
   virtual void pick(platform::ListBox& list, int32_t row) = 0;
+  // The rows of a combo box's open list painted, as the platform paints them when it shows them.
+  virtual void paintRows(platform::ComboBox& combo) = 0;
   virtual void click(platform::Label& label) = 0;
   virtual void click(platform::Image& image) = 0;
   virtual void click(platform::CommandButton& button) = 0;
   virtual void click(platform::CheckBox& box) = 0;
+  // A click on the fields of a date picker.
+  virtual void click(platform::DatePicker& picker) = 0;
+  // The user selects a field of the picker and types its new number, digit by digit.
+  virtual void typeField(platform::DatePicker& picker, headless::DateField field,
+                         int32_t number) = 0;
+  // The user opens the calendar with a click on the arrow and picks a day.
+  virtual void pickFromCalendar(platform::DatePicker& picker, int32_t year, int32_t month,
+                                int32_t day) = 0;
   // A click on an entry of a tree, by its number.
   virtual void click(platform::TreeView& tree, int32_t node) = 0;
   // A click on a bar's caption, by its position.
   virtual void click(platform::ShortcutBar& bar, int32_t position) = 0;
-  // A click at a point of the viewer, in pixels.
-  virtual void click(platform::ChartViewer& viewer, int32_t x, int32_t y) = 0;
+  // A click at a point of the viewer, in the chart's pixels (15 twips each), with a button:
+  // 1 left, 2 right, 4 middle.
+  virtual void click(platform::ChartViewer& viewer, int32_t x, int32_t y, int32_t button = 1) = 0;
   virtual void drag(platform::ChartViewer& viewer, int32_t fromX, int32_t fromY, int32_t toX,
                     int32_t toY) = 0;
   virtual std::vector<VbError> takeUnhandledErrors() = 0;
