@@ -246,23 +246,25 @@ void TextEntry::Text1_Click() { CaptureBaseline(); }
 
 void TextEntry::Text1_GotFocus() { CaptureBaseline(); }
 
-// The host sees KeyDown before the clipboard keys are handled, and may change them.
+// The host sees KeyDown before the clipboard keys are handled, and may change them. The keys
+// write the text by program, which a Locked child would take: a locked box copies only.
 void TextEntry::Text1_KeyDown(int16_t& KeyCode, int16_t& Shift) {
   if (events_) events_->KeyDown(KeyCode, Shift);
   if ((Shift & 7) != platform::shift::kCtrl) return;
   platform::Clipboard& clipboard = platform::backend().clipboard();
+  const bool locked = Text1_->Locked();
   switch (KeyCode) {
     case platform::keys::kC:
       clipboard.Clear();
       clipboard.SetText(Text1_->SelText());
       break;
     case platform::keys::kV:
-      Text1_->SelText(clipboard.GetText());
+      if (!locked) Text1_->SelText(clipboard.GetText());
       break;
     case platform::keys::kX:
       clipboard.Clear();
       clipboard.SetText(Text1_->SelText());
-      Text1_->SelText("");
+      if (!locked) Text1_->SelText("");
       break;
     default:
       break;

@@ -2,9 +2,12 @@
 
 #include <gif_lib.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
+#include <limits>
 
 #include "entry/data_multi_line_text_box.h"
 #include "entry/data_text_box.h"
@@ -12,9 +15,9 @@
 #include "host/form.h"
 #include "host/reference_host.h"
 #include "navigation/navigation.h"
+#include "platform/chart.h"
 #include "platform/chart/codecs.h"
 #include "platform/chart/install.h"
-#include "platform/chart/label_format.h"
 #include "platform/headless/headless.h"
 #include "platform/picture.h"
 #include "platform/regexp/pcre2_regexp.h"
@@ -60,19 +63,108 @@ std::vector<std::string> controlProgIds() {
   return ids;
 }
 
-// Byte 0 picks the control class, byte 1 the places the node goes (1 the data item, 2 the
-// enumeration, 4 the gauge node), the rest is the XML text.
+// Bytes taken from the front of the input, zero where it has run out.
+class Bytes {
+ public:
+  explicit Bytes(std::string_view bytes) : rest_(bytes) {}
+  bool empty() const { return rest_.empty(); }
+  uint8_t byte() {
+    if (rest_.empty()) return 0;
+    const auto b = static_cast<uint8_t>(rest_[0]);
+    rest_.remove_prefix(1);
+    return b;
+  }
+  template <class T>
+  T raw() {
+    T value{};
+    const size_t n = std::min(sizeof value, rest_.size());
+    std::memcpy(&value, rest_.data(), n);
+    rest_.remove_prefix(n);
+    return value;
+  }
+  std::string_view take(size_t n) {
+    const std::string_view piece = rest_.substr(0, n);
+    rest_.remove_prefix(piece.size());
+    return piece;
+  }
+  // Up to the next 0 byte, which is dropped.
+  std::string_view section() {
+    const size_t stop = rest_.find('\0');
+    const std::string_view piece = rest_.substr(0, stop);
+    rest_.remove_prefix(stop == std::string_view::npos ? rest_.size() : stop + 1);
+    return piece;
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+// A value as a device or a host hands it over: a kind byte, then the bytes of that kind. Raw
+// doubles bring every not-a-number and both infinities; dates may lie far outside the calendar.
+Variant deviceValue(Bytes& in, int depth = 0) {
+  static const double kSpecial[] = {std::nan(""),
+                                    -std::nan(""),
+                                    std::numeric_limits<double>::infinity(),
+                                    -std::numeric_limits<double>::infinity(),
+                                    1.7e308,
+                                    -1.7e308,
+                                    4.9e-324,
+                                    -0.0,
+                                    1e300,
+                                    65535.0};
+  switch (in.byte() % 13) {
+    case 0:
+      return Variant(in.raw<double>());
+    case 1:
+      return Variant(kSpecial[in.byte() % std::size(kSpecial)]);
+    case 2:
+      return Variant(std::string(in.take(in.byte())));
+    case 3:
+      return Variant::null();
+    case 4:
+      return Variant();
+    case 5:
+      return Variant(in.raw<int16_t>());
+    case 6:
+      return Variant(in.raw<int32_t>());
+    case 7:
+      return Variant(in.raw<float>());
+    case 8:
+      return Variant(DateSerial{in.raw<double>()});
+    case 9:
+      return Variant((in.byte() & 1) != 0);
+    case 10:
+      return Variant(in.byte());
+    case 11: {
+      VariantArray array;
+      array.lowerBound = static_cast<int8_t>(in.byte());
+      const size_t count = depth < 2 ? in.byte() % 9 : 0;
+      for (size_t i = 0; i < count; ++i) array.items.push_back(deviceValue(in, depth + 1));
+      return Variant(std::move(array));
+    }
+    default:
+      return Variant::nothing();
+  }
+}
+
+// Byte 0 picks the control class, byte 1 how often its definitions come (bit 0: a second time,
+// in the reverse order). Then four XML texts, each ended by a 0 byte: the data item, the
+// enumeration, the gauge node and the trend (or wave form) definition; a text that is no XML is
+// left out. The rest drives the control, an action byte at a time: device values, subscription
+// values for its items, the values and arrays of the host-fed charts, Visible, the clock.
 void definitions(const uint8_t* data, size_t size) {
   if (size < 2) return;
   ensureEnvironment();
   static const std::vector<std::string> classes = controlProgIds();
-  const std::string& progId = classes[data[0] % classes.size()];
-  const uint8_t places = data[1];
-  Ref<platform::XmlNode> node;
-  try {
-    node = xml::parseElement(text(data + 2, size - 2));
-  } catch (const VbError&) {
-    return;
+  Bytes in(text(data, size));
+  const std::string& progId = classes[in.byte() % classes.size()];
+  const bool twice = in.byte() & 1;
+  Ref<platform::XmlNode> nodes[4];
+  for (Ref<platform::XmlNode>& node : nodes) {
+    try {
+      node = xml::parseElement(in.section());
+    } catch (const VbError&) {
+    }
   }
   auto host = std::make_shared<host::ReferenceHost>();
   host->evaluate = [](const std::string& expression) { return expression.size() % 2 == 0; };
@@ -80,83 +172,211 @@ void definitions(const uint8_t* data, size_t size) {
   // The navigation has its own start and its own target (menus).
   const Ref<IDtmControl> frame = queryInterface<IDtmControl>(control);
   if (!frame) return;
+  const auto attempt = [](auto action) {
+    try {
+      action();
+    } catch (const VbError&) {
+    }
+  };
   frame->IDTMControl_Init(host);
-  try {
-    auto dataControl = queryInterface<IDTMDataControl>(control);
-    auto enumeration = queryInterface<IDTMEnumeration>(control);
-    auto range = queryInterface<IDtmDataSubscriptionControlRange>(control);
-    auto subscription = queryInterface<IDtmDataSubscriptionControl>(control);
-    auto& byName = dynamic_cast<Dispatchable&>(*control);
-    if ((places & 1) && byName.hasMember("IDTMDataControl_DataItemDef")) {
-      byName.let("IDTMDataControl_DataItemDef", Variant(Ref<Object>(node)));
-    }
-    if ((places & 2) && enumeration) enumeration->IDTMEnumeration_EnumDataDef(node);
-    if ((places & 4) && range) range->IDtmDataSubscriptionControlRange_GaugeDataDef(node);
-    // The host-fed charts: a trend definition with its bands, or a wave form's, then values and
-    // a drawing.
-    if (auto trend = queryInterface<IDtmTrendControl>(control)) {
-      trend->IDtmTrendControl_TrendDataDef(node);
-      trend->IDtmTrendControl_RangeHighValue(Variant(places & 8 ? 1e308 : 5.0));
-      trend->IDtmTrendControl_AlertLowValue(Variant(places & 16 ? "x" : "-2"));
-      trend->IDtmTrendControl_ItemValue(Variant(places & 32 ? std::nan("") : 3.5));
-    }
-    if (auto wave = queryInterface<IDtmWaveFormControl>(control)) {
-      wave->IDtmWaveFormControl_TrendDataDef(node);
-      VariantArray xs, ys;
-      for (size_t i = 0; i < size; ++i) {
-        xs.items.emplace_back(static_cast<double>(data[i]) - (places & 8 ? i : 0));
-        ys.items.emplace_back(places & 16 ? Variant(std::string(1, static_cast<char>(data[i])))
-                                          : Variant(std::sin(data[i] * 0.1) * 1e6));
-      }
-      wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
-      wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
-      wave->IDtmWaveFormControl_DrawChart();
-    }
-    if (subscription) {
-      const Variant items = subscription->IDtmDataSubscriptionControl_SubscriptionItems();
-      const Variant values[] = {Variant(1.5), Variant("7"), Variant(int16_t{1137}), Variant(-3.0)};
-      size_t k = 0;
-      for (const Variant& item : items.toArray().items) {
-        subscription->IDtmDataSubscriptionControl_UpdateSubscriptionValues(
-            item.toText(), values[k++ % std::size(values)]);
-      }
-    }
-    if (dataControl) {
-      dataControl->IDTMDataControl_SetDeviceValue(Variant("1"));
-      dataControl->IDTMDataControl_SetDeviceValue(Variant(2.5));
-      dataControl->IDTMDataControl_Value();
-      queryInterface<IDtmControl>(control)->IDtmControl_Visible(false);
-      queryInterface<IDtmControl>(control)->IDtmControl_Visible(true);
-    }
-  } catch (const VbError&) {
+  frame->IDtmControl_DtmContainer(host);
+  auto& byName = dynamic_cast<Dispatchable&>(*control);
+  auto dataControl = queryInterface<IDTMDataControl>(control);
+  auto enumeration = queryInterface<IDTMEnumeration>(control);
+  auto range = queryInterface<IDtmDataSubscriptionControlRange>(control);
+  auto subscription = queryInterface<IDtmDataSubscriptionControl>(control);
+  auto trend = queryInterface<IDtmTrendControl>(control);
+  auto wave = queryInterface<IDtmWaveFormControl>(control);
+  const std::function<void(const Ref<platform::XmlNode>&)> give[] = {
+      [&](const auto& node) {
+        if (byName.hasMember("IDTMDataControl_DataItemDef")) {
+          byName.let("IDTMDataControl_DataItemDef", Variant(Ref<Object>(node)));
+        }
+      },
+      [&](const auto& node) {
+        if (enumeration) enumeration->IDTMEnumeration_EnumDataDef(node);
+      },
+      [&](const auto& node) {
+        if (range) range->IDtmDataSubscriptionControlRange_GaugeDataDef(node);
+      },
+      [&](const auto& node) {
+        if (trend) trend->IDtmTrendControl_TrendDataDef(node);
+        if (wave) wave->IDtmWaveFormControl_TrendDataDef(node);
+      },
+  };
+  for (size_t k = 0; k < 4; ++k) {
+    if (nodes[k]) attempt([&] { give[k](nodes[k]); });
   }
+  if (twice) {
+    for (size_t k = 4; k-- > 0;) {
+      if (nodes[k]) attempt([&] { give[k](nodes[k]); });
+    }
+  }
+  std::vector<std::string> items;
+  attempt([&] {
+    if (!subscription) return;
+    const Variant names = subscription->IDtmDataSubscriptionControl_SubscriptionItems();
+    for (const Variant& item : names.toArray().items) items.push_back(item.toText());
+  });
+  // Each action draws, so a long run costs time without finding more.
+  for (int step = 0; step < 48 && !in.empty(); ++step) {
+    const uint8_t action = in.byte();
+    attempt([&] {
+      switch (action % 8) {
+        case 0:
+          if (dataControl) dataControl->IDTMDataControl_SetDeviceValue(deviceValue(in));
+          break;
+        case 1: {
+          const uint8_t which = in.byte();
+          const std::string item =
+              items.empty() ? std::string(in.section()) : items[which % items.size()];
+          const Variant value = deviceValue(in);
+          if (subscription) {
+            subscription->IDtmDataSubscriptionControl_UpdateSubscriptionValues(item, value);
+          }
+          break;
+        }
+        case 2: {
+          const uint8_t which = in.byte();
+          const Variant value = deviceValue(in);
+          if (!trend) break;
+          switch (which % 7) {
+            case 0:
+              trend->IDtmTrendControl_ItemValue(value);
+              break;
+            case 1:
+              trend->IDtmTrendControl_RangeHighValue(value);
+              break;
+            case 2:
+              trend->IDtmTrendControl_RangeLowValue(value);
+              break;
+            case 3:
+              trend->IDtmTrendControl_AlertHighValue(value);
+              break;
+            case 4:
+              trend->IDtmTrendControl_AlertLowValue(value);
+              break;
+            case 5:
+              trend->IDtmTrendControl_LimitHighValue(value);
+              break;
+            default:
+              trend->IDtmTrendControl_LimitLowValue(value);
+              break;
+          }
+          break;
+        }
+        case 3: {
+          const uint8_t which = in.byte();
+          const Variant value = deviceValue(in);
+          if (!wave) break;
+          switch (which % 5) {
+            case 0:
+              wave->IDtmWaveFormControl_SetXAxisValues(value);
+              break;
+            case 1:
+              wave->IDtmWaveFormControl_SetYAxisValues(value);
+              break;
+            case 2:
+              wave->IDtmWaveFormControl_SetXUpperValue(value);
+              break;
+            case 3:
+              wave->IDtmWaveFormControl_SetXLowerValue(value);
+              break;
+            default:
+              wave->IDtmWaveFormControl_DrawChart();
+              break;
+          }
+          break;
+        }
+        case 4:
+          if (byName.hasMember("IDTMDataControl_Value")) {
+            byName.let("IDTMDataControl_Value", deviceValue(in));
+            byName.get("IDTMDataControl_Value");
+          }
+          break;
+        case 5:
+          frame->IDtmControl_Visible((in.byte() & 1) != 0);
+          break;
+        case 6:
+          // The trends sample on their timers.
+          headless::current().clock().advance((in.byte() % 16) * 0.25);
+          break;
+        default:
+          if (byName.hasMember("IDTMDataControl_SetMode")) {
+            byName.call("IDTMDataControl_SetMode",
+                        {Variant(int32_t{100 + in.byte() % 8}), deviceValue(in)});
+          }
+          break;
+      }
+    });
+  }
+  // A timer's failure stays with the backend, as an event's would.
+  headless::current().takeUnhandledErrors();
   SetSharedHost(nullptr);
 }
 
+// Values in the input's coding (see deviceValue).
+std::string rawDouble(double value) {
+  return std::string(reinterpret_cast<const char*>(&value), sizeof value);
+}
+std::string doubleValue(double value) { return '\0' + rawDouble(value); }
+std::string textValue(std::string_view text) {
+  return std::string{'\x02', static_cast<char>(text.size())} + std::string(text);
+}
+std::string specialValue(uint8_t which) { return std::string{'\x01', static_cast<char>(which)}; }
+
 std::vector<std::string> definitionSeeds() {
-  const char* nodes[] = {
+  const std::string dataItem =
       R"(<dataItem name="Flow" type="float" formatString="5.2f" access="ReadWrite" )"
-      R"(defaultValue="0" label="Flow_label" unit="l/min" source="device" )"
-      R"(description="Flow_description" help="Flow_help" validators="v"/>)",
+      R"(defaultValue="0" label="Flow_label" unit="1137" source="device" )"
+      R"(description="Flow_description" help="Flow_help" validators="v"/>)";
+  const std::string enumeration =
       R"(<enumeration><e name="Off" code="0" label="L_Off"/><e name="On" code="1" )"
-      R"(includeIf=" Mode == 1 "/><e name="x"/><e code="2"/></enumeration>)",
+      R"(includeIf=" Mode == 1 "/><e name="x"/><e code="2"/><unit name="bar" code="1137" )"
+      R"(label="unit_bar"/></enumeration>)";
+  const std::string gauge =
       R"(<gauge lowerRange="Low" upperRange="High" pointerColor="FF0000">)"
       R"(<zones type="low_limit"><zone name="Z1" color="00FF00"/><zone name="Z2" )"
-      R"(color="FFFF00"/></zones></gauge>)",
-      R"(<gauge lowerRange="Low" upperRange="High"><zones type="high_limit">)"
-      R"(<zone name="Z1" color="FF0000"/></zones></gauge>)",
-      R"(<enumeration><unit name="bar" code="1137" label="unit_bar"/></enumeration>)",
+      R"(color="FFFF00"/></zones></gauge>)";
+  const std::string charts[] = {
       R"(<trend lowerRange="L" upperRange="U" isLegend="true"><trendSource color="FF0000" )"
       R"(label="F" itemName="F"/><rangeSource itemHiincludeIf="ab" color="00FF00" label="R" )"
       R"(itemNameHi="RH" itemNameLow="RL"/><alertSource color="0000FF" label="A" )"
-      R"(itemNameLow="AL"/></trend>)",
+      R"(itemNameLow="AL"/><limitSource color="E08A00" label="Limits" itemNameHi="Hi" )"
+      R"(itemNameLow="Lo"/></trend>)",
       R"(<wave lowerRange="0" upperRange="1" lineColor="1F4E9A" isLegend="true"/>)",
   };
+  // Values for the device, for each subscription item in turn, for the trend's values, and two
+  // arrays for the wave form, with the clock moving between them.
+  std::string values;
+  values += '\x00' + textValue("12.5");
+  values += '\x00' + specialValue(0);
+  for (uint8_t item = 0; item < 6; ++item) {
+    values += std::string{'\x01', static_cast<char>(item)} +
+              (item % 2 ? doubleValue(item * 10.0) : textValue(std::to_string(item)));
+  }
+  values += std::string{'\x01', '\x00'} + specialValue(2);
+  values += std::string{'\x06', '\x04'};
+  for (uint8_t which = 0; which < 7; ++which) {
+    values += std::string{'\x02', static_cast<char>(which)} + doubleValue(which - 3.0);
+  }
+  values += std::string{'\x02', '\x00'} + specialValue(1);
+  values += std::string{'\x06', '\x08'};
+  values += std::string{'\x03', '\x00', '\x0B', '\x00', '\x03'} + doubleValue(0) + doubleValue(1) +
+            doubleValue(2);
+  values += std::string{'\x03', '\x01', '\x0B', '\x00', '\x03'} + doubleValue(5) + specialValue(0) +
+            textValue("7");
+  values += std::string{'\x03', '\x04', '\x04'};
+  values += std::string{'\x04', '\x08'} + rawDouble(25569.5);
+  values += std::string{'\x07', '\x04'} + textValue("Out of range");
+  values += std::string{'\x05', '\x00', '\x05', '\x01'};
   std::vector<std::string> seeds;
   const size_t classes = controlProgIds().size();
   for (size_t c = 0; c < classes; ++c) {
-    for (const char* node : nodes) {
-      seeds.push_back(std::string{static_cast<char>(c), 7} + node);
+    for (const std::string& chart : charts) {
+      std::string seed{static_cast<char>(c), static_cast<char>(c % 2)};
+      for (const std::string& node : {dataItem, enumeration, gauge, chart}) seed += node + '\0';
+      seeds.push_back(seed + values);
     }
   }
   return seeds;
@@ -365,32 +585,79 @@ std::vector<std::string> numberSeeds() {
 
 // ---- Chart label formats and markup ----------------------------------------------------------
 
-// Eight bytes of the value, then the format text (also read as markup).
+// Eight bytes of the value, a byte of choices, then the format text up to a 0 byte and the rest
+// as the text of a title (read as markup). Both go through the chart API as the chart controls
+// use it: the format on the axes and the meter's scale and through formatValue, the markup in a
+// title, an axis title, a legend entry and a meter's text, and each chart is drawn small.
 void labelFormats(const uint8_t* data, size_t size) {
-  if (size < 8) return;
+  if (size < 9) return;
+  ensureEnvironment();
   double value = 0;
   std::memcpy(&value, data, sizeof value);
-  const std::string_view format = text(data + 8, size - 8);
-  chart::formatLabel(format, value);
-  chart::parseMarkup(format);
+  const uint8_t choices = data[8];
+  std::string_view rest = text(data + 9, size - 9);
+  const size_t stop = rest.find('\0');
+  const Variant format{std::string(rest.substr(0, stop))};
+  const Variant markup{stop == std::string_view::npos ? std::string()
+                                                      : std::string(rest.substr(stop + 1))};
+  const Variant picture((choices & 1) ? 4 : 0);
+  const auto attempt = [](auto action) {
+    try {
+      action();
+    } catch (const VbError&) {
+    }
+  };
+  const Ref<platform::chart::ChartApi> api = platform::chart::createChartApi();
+  attempt([&] {
+    auto chart = api->XYChart(160, 120, 0xF4F4F4, -1, 0);
+    chart->setPlotArea(40, 24, 100, 70, 0xFFFFFF, -1, -1, 0xCCCCCC, 0xCCCCCC);
+    chart->addTitle(markup, "arialbd.ttf", 9, -65534, static_cast<int32_t>(0xFF000000), -1);
+    chart->addLegend2(40, 4, 2, "arial.ttf", 8);
+    auto y = chart->yAxis();
+    y->setTitle(markup, "arialbd.ttf", 8, -65534);
+    y->setLabelFormat(format);
+    auto x = chart->xAxis();
+    x->setLabelFormat(format);
+    const double end = std::isfinite(value) && std::fabs(value) < 1e300 ? value : 1.0;
+    if (choices & 2) {
+      // Chart time: seconds from the year 1, around the value.
+      x->setDateScale(end, end + 3600, 600, 0);
+    } else if (choices & 4) {
+      y->setLinearScale(std::min(0.0, end), std::max(0.0, end) + 1, 0, 0);
+    }
+    VariantArray samples;
+    for (double k : {-1.0, 0.0, 0.5, 1.0}) samples.items.emplace_back(value * k);
+    chart->addLineLayer(Variant(std::move(samples)), 0xFF0000, markup, 0);
+    chart->formatValue(Variant(value), format);
+    chart->makeChart2(picture);
+  });
+  attempt([&] {
+    auto meter = api->AngularMeter(120, 90, api->meterBackgroundColor(90), 0, -1);
+    meter->setMeter(60, 75, 50, -90, 90);
+    const double upper = std::isfinite(value) && value != 0 ? value : 1.0;
+    meter->setScale(0, upper, upper / 6, upper / 12, upper / 60);
+    meter->setLabelFormat(format);
+    meter->addPointer(Variant(value / 2), 0xCC0000, 0);
+    meter->addText(60, 80, markup, "arial.ttf", 8, api->TextColor(), api->Center(), 0, false);
+    meter->makeChart2(picture);
+  });
 }
 
 std::vector<std::string> labelFormatSeeds() {
   std::vector<std::string> seeds;
   const double values[] = {12.345, -0.5, 63839011200.0, 1.7e308, 0};
-  const char* formats[] = {"{value|2}",
-                           "{value|2,.} bar",
-                           "{value|e3}",
-                           "{value|P4}",
-                           "{value|hh:nn:ss}",
-                           "{value|yyyy-mm-dd}",
-                           "<*size=10*>{value}<*br*><*color=FF0000*>x<*/*>",
-                           "<*bgColor=FFCCCC*><*font=arialbd.ttf*>{value|0}"};
+  const char* formats[] = {"{value|2}",        "{value|2,.} bar",    "{value|e3}", "{value|P4}",
+                           "{value|hh:nn:ss}", "{value|yyyy-mm-dd}", "{value|0}%", "{value|e5}"};
+  const char* titles[] = {"Flow", "<*size=10*>{value}<*br*><*color=FF0000*>x<*/*>",
+                          "<*bgColor=FFCCCC*><*font=arialbd.ttf*>Grüße 😀",
+                          "<*block,valign=top*><*img=none.png*> <*/*>"};
   size_t k = 0;
   for (const char* format : formats) {
     std::string seed(8, '\0');
-    std::memcpy(seed.data(), &values[k++ % std::size(values)], 8);
-    seeds.push_back(seed + format);
+    std::memcpy(seed.data(), &values[k % std::size(values)], 8);
+    seed += static_cast<char>(k % 8);
+    seeds.push_back(seed + format + '\0' + titles[k % std::size(titles)]);
+    ++k;
   }
   return seeds;
 }

@@ -35,6 +35,7 @@ void cTooltip::DelayTime(int32_t& lngTime) {
 }
 
 void cTooltip::Create(platform::WindowHandle lngHwndParent) {
+  Destroy();
   window_ = service().createTooltipWindow(lngHwndParent, kStyle);
   service().setMaxTipWidth(window_, maxWidth_);
 }

@@ -38,7 +38,8 @@ class cTooltip : public Dispatchable {
   void DelayTime(int32_t& lngTime);
   void DelayTime(int32_t&& lngTime) { DelayTime(lngTime); }
 
-  // Makes the tooltip window for the parent; doesn't look at a window that exists already.
+  // Makes the tooltip window for the parent. A window it still holds is destroyed first: a
+  // caller that rebuilds without Destroy would otherwise leave it behind for good.
   void Create(platform::WindowHandle lngHwndParent);
   void Destroy();
   // A tool over the whole client area of a window, with its text.

@@ -481,6 +481,28 @@ TEST(PictureRejects, SizesThatTheirDataCannotFill) {
   EXPECT_TRUE(decode(gif(256, 256, {{0, 0, 1, 1, {1}}}), out));
 }
 
+// Uncompressed rows that are all there still count against the budget: a one-bit bitmap packs
+// eight pixels into a byte, and each of them costs four once decoded.
+TEST(PictureRejects, UncompressedPicturesBeyondThePixelBudget) {
+  const Bytes rows(size_t{8192} / 8 * 8200, 0x55);
+  const Bytes over = dib(8192, 8200, 1, 0, {0, 0xFFFFFF}, rows);
+  const struct {
+    const char* name;
+    Bytes file;
+  } cases[] = {
+      {"bmp", bmp(over, rows.size())},
+      {"ico", ico({{0, 0, 1, dib(8192, 2 * 8200, 1, 0, {0, 0xFFFFFF}, rows)}})},
+  };
+  for (const auto& c : cases) {
+    PixelImage out;
+    largestAllocation = 0;
+    EXPECT_FALSE(decode(c.file, out)) << c.name;
+    EXPECT_LT(largestAllocation, size_t{16} << 20) << c.name;
+  }
+  PixelImage out;
+  EXPECT_TRUE(decode(bmp(8192, 8, 1, 0, {0, 0xFFFFFF}, Bytes(8192, 0x55)), out));
+}
+
 TEST(PictureRejects, DamagedBitmapAndIconStructures) {
   const Bytes icon = ico({{1, 1, 32, encodePng(image(1, 1, {kRed}))}});
   const auto patched = [](Bytes file, size_t at, uint32_t value) {

@@ -26,7 +26,8 @@ class TextBoxEntry : public testing::HeadlessTest {
   std::shared_ptr<DTMDataTextBox> box;
 };
 
-// Locked reaches the child: the user can't change the text, a program still can.
+// Locked reaches the child: the user can't change the text by key, paste key, cut key or the
+// context menu's paste, and a cut still copies; a program still changes it.
 TEST_F(TextBoxEntry, ALockedBoxTakesNoKeyNorPasteButAValueByProgram) {
   box->IDtmControl_DtmContainer(host);
   box->IDTMDataControl_SetDeviceValue(Variant("12"));
@@ -35,6 +36,11 @@ TEST_F(TextBoxEntry, ALockedBoxTakesNoKeyNorPasteButAValueByProgram) {
   text().type("34");
   headless::current().clipboard().SetText("99");
   text().paste();
+  text().select(0, 2);
+  text().pressCtrl('V');
+  text().select(0, 1);
+  text().pressCtrl('X');
+  EXPECT_EQ(headless::current().clipboard().GetText(), "1");
   EXPECT_EQ(box->Text1().Text(), "12");
   EXPECT_FALSE(box->IDTMDataControl_Hot());
   box->IDTMDataControl_SetDeviceValue(Variant("56"));

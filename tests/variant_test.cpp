@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <optional>
 
 #include "support.h"
 #include "values/dates.h"
@@ -218,35 +219,127 @@ TEST(IntegerConversion, OverflowsAtTheEndsOfEachRange) {
   // True is all bits set.
   EXPECT_EQ(Variant(true).toByte(), 255);
   EXPECT_EQ(Variant(false).toByte(), 0);
-  // The largest Single is a Single, and so is what rounds to it.
-  const float largest = std::numeric_limits<float>::max();
-  EXPECT_EQ(Variant(largest).toSingle(), largest);
-  EXPECT_EQ(Variant(static_cast<double>(largest)).toSingle(), largest);
-  EXPECT_EQ(Variant(3.4028235e38).toSingle(), largest);
-  EXPECT_EQ(errorOf([] { Variant(3.41e38).toSingle(); }), 6);
-  EXPECT_EQ(describe(Variant(largest)), "Single(3.402823E+38)");
+  EXPECT_EQ(describe(Variant(std::numeric_limits<float>::max())), "Single(3.402823E+38)");
   EXPECT_EQ(errorOf([] { Variant(std::nan("")).toInt32(); }), 6);
   EXPECT_EQ(errorOf([] { Variant(std::numeric_limits<double>::infinity()).toInt16(); }), 6);
+}
+
+// A Single holds what rounds to a finite Single; beyond the largest is an overflow, and so are
+// the infinities. Not-a-number stays the same not-a-number.
+struct SingleRow {
+  double value;
+  const char* text;  // of the Single, or nullptr for an overflow
+  friend void PrintTo(const SingleRow& row, std::ostream* out) { *out << row.value; }
+};
+
+class SingleConversion : public ::testing::TestWithParam<SingleRow> {};
+
+TEST_P(SingleConversion, OverflowsBeyondTheLargestSingle) {
+  const Variant value(GetParam().value);
+  if (!GetParam().text) {
+    EXPECT_EQ(errorOf([&] { value.toSingle(); }), 6);
+  } else {
+    EXPECT_EQ(Variant(value.toSingle()).toText(), GetParam().text);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, SingleConversion,
+    ::testing::Values(SingleRow{std::numeric_limits<float>::max(), "3.402823E+38"},
+                      SingleRow{3.4028235e38, "3.402823E+38"},
+                      SingleRow{-3.4028235e38, "-3.402823E+38"}, SingleRow{3.41e38, nullptr},
+                      SingleRow{-3.41e38, nullptr}, SingleRow{1e300, nullptr},
+                      SingleRow{std::numeric_limits<double>::infinity(), nullptr},
+                      SingleRow{-std::numeric_limits<double>::infinity(), nullptr},
+                      SingleRow{indefinite(), "-1.#IND"}, SingleRow{std::nan(""), "1.#QNAN"},
+                      SingleRow{1e-50, "0"}, SingleRow{0.1, "0.1"}));
+
+TEST(SingleConversion, OfTextAndOfASingle) {
+  const float largest = std::numeric_limits<float>::max();
+  EXPECT_EQ(Variant(largest).toSingle(), largest);
+  EXPECT_EQ(Variant("3.4028235E+38").toSingle(), largest);
+  EXPECT_EQ(errorOf([] { Variant("1e39").toSingle(); }), 6);
 }
 
 TEST(IntegerConversion, ReadsTextThroughTheNumber) {
   EXPECT_EQ(Variant("2.5").toInt16(), 2);
   EXPECT_EQ(Variant(" 3.5").toInt32(), 4);
-  EXPECT_EQ(Variant("&H7FFF").toInt16(), 32767);
   EXPECT_EQ(errorOf([] { Variant("12a").toInt16(); }), 13);
 }
 
-TEST(BooleanConversion, FromWordsNumbersAndText) {
-  EXPECT_TRUE(Variant("True").toBool());
-  EXPECT_TRUE(Variant("true").toBool());
-  EXPECT_FALSE(Variant("FALSE").toBool());
-  EXPECT_TRUE(Variant("#TRUE#").toBool());
-  EXPECT_FALSE(Variant(" #false# ").toBool());
-  EXPECT_TRUE(Variant("-1").toBool());
-  EXPECT_FALSE(Variant("0").toBool());
+// Hexadecimal and octal text is a bit pattern: an Integer takes the 16-bit one as it stands,
+// a Long the 32-bit one.
+struct RadixRow {
+  const char* text;
+  std::optional<int16_t> integer;  // nothing for an overflow
+  std::optional<int32_t> long_;
+  friend void PrintTo(const RadixRow& row, std::ostream* out) { *out << '"' << row.text << '"'; }
+};
+
+class RadixText : public ::testing::TestWithParam<RadixRow> {};
+
+TEST_P(RadixText, IsABitPatternOfTheIntegerAsked) {
+  const Variant value(GetParam().text);
+  if (GetParam().integer) {
+    EXPECT_EQ(value.toInt16(), *GetParam().integer);
+  } else {
+    EXPECT_EQ(errorOf([&] { value.toInt16(); }), 6);
+  }
+  if (GetParam().long_) {
+    EXPECT_EQ(value.toInt32(), *GetParam().long_);
+  } else {
+    EXPECT_EQ(errorOf([&] { value.toInt32(); }), 6);
+  }
+}
+
+constexpr std::nullopt_t kOverflow = std::nullopt;
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, RadixText,
+    ::testing::Values(RadixRow{"&H7FFF", 32767, 32767}, RadixRow{"&HFFFF", -1, 65535},
+                      RadixRow{"&H8000", -32768, 32768}, RadixRow{" &h0ffff ", -1, 65535},
+                      RadixRow{"&O177777", -1, 65535}, RadixRow{"&O100000", -32768, 32768},
+                      RadixRow{"&H10000", kOverflow, 65536}, RadixRow{"&HFFFFFFFF", -1, -1},
+                      RadixRow{"&HFFFF8000", -32768, -32768},
+                      RadixRow{"&HFFFF7FFF", kOverflow, -32769},
+                      RadixRow{"&H80000000", kOverflow, std::numeric_limits<int32_t>::min()},
+                      RadixRow{"&H100000000", kOverflow, kOverflow},
+                      RadixRow{"65535", kOverflow, 65535}));
+
+// The words are compared whole, without regard to case; anything else is read as a number,
+// which may stand between blanks.
+struct BooleanRow {
+  const char* text;
+  std::optional<bool> value;  // nothing for a type mismatch
+  friend void PrintTo(const BooleanRow& row, std::ostream* out) { *out << '"' << row.text << '"'; }
+};
+
+class BooleanFromText : public ::testing::TestWithParam<BooleanRow> {};
+
+TEST_P(BooleanFromText, TakesTheWordsOrANumber) {
+  const Variant value(GetParam().text);
+  if (GetParam().value) {
+    EXPECT_EQ(value.toBool(), *GetParam().value);
+  } else {
+    EXPECT_EQ(errorOf([&] { value.toBool(); }), 13);
+  }
+}
+
+constexpr std::nullopt_t kMismatch = std::nullopt;
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, BooleanFromText,
+    ::testing::Values(BooleanRow{"True", true}, BooleanRow{"true", true},
+                      BooleanRow{"FALSE", false}, BooleanRow{"#TRUE#", true},
+                      BooleanRow{"#false#", false}, BooleanRow{" True ", kMismatch},
+                      BooleanRow{"True ", kMismatch}, BooleanRow{" #false# ", kMismatch},
+                      BooleanRow{" 1 ", true}, BooleanRow{"-1", true}, BooleanRow{" 0 ", false},
+                      BooleanRow{"0.5", true}, BooleanRow{"yes", kMismatch},
+                      BooleanRow{"", kMismatch}));
+
+TEST(BooleanConversion, FromNumbersEmptyAndNull) {
   EXPECT_TRUE(Variant(0.5).toBool());
   EXPECT_FALSE(Variant().toBool());
-  EXPECT_EQ(errorOf([] { Variant("yes").toBool(); }), 13);
   EXPECT_EQ(errorOf([] { Variant::null().toBool(); }), 94);
 }
 
@@ -255,19 +348,39 @@ TEST(DateConversion, FromNumbers) {
   EXPECT_EQ(errorOf([] { Variant(1e7).toDate(); }), 6);
 }
 
+// Every serial strictly between -657435 and 2958466 is a date: the whole of 1 January 100 (whose
+// times run below -657434) to the end of 31 December 9999.
+TEST(DateConversion, TheCalendarRunsFromTheFirstToTheLastMomentOfItsDays) {
+  for (double serial : {-657434.5, -657434.99999, 2958465.99999}) {
+    const Variant date(DateSerial{serial});
+    EXPECT_EQ(date.toDate().days, serial);
+    EXPECT_EQ(Variant(serial).toDate().days, serial);
+    EXPECT_EQ(describe(date).find("serial"), std::string::npos) << describe(date);
+  }
+  EXPECT_EQ(fieldsFromSerial(-657434.5), (DateTimeFields{100, 1, 1, 12, 0, 0}));
+  EXPECT_EQ(calendarFromSerial(-657434.9).year, 100);
+}
+
 // A date far outside the calendar (a corrupt serial from a device) is an overflow wherever it
 // is turned into a date or into text, never a cast out of range.
 TEST(DateConversion, OutsideTheCalendarIsAnOverflowOnEveryPath) {
-  for (double serial : {1e300, -1e300, 2958466.0, -657435.0, std::nan(""),
+  for (double serial : {1e300, -1e300, 2958466.0, -657435.0, -657435.25, std::nan(""),
                         std::numeric_limits<double>::infinity()}) {
     const Variant date(DateSerial{serial});
     EXPECT_EQ(errorOf([&] { date.toText(); }), 6) << serial;
     EXPECT_EQ(errorOf([&] { date.toDate(); }), 6) << serial;
-    EXPECT_EQ(errorOf([&] { formatGeneralNumber(date); }), 6) << serial;
-    EXPECT_NE(describe(date), "");
+    EXPECT_EQ(errorOf([&] { Variant(serial).toDate(); }), 6) << serial;
+    EXPECT_NE(describe(date).find("serial"), std::string::npos) << serial;
   }
-  EXPECT_EQ(Variant(DateSerial{2958465.5}).toText(), "12/31/9999 12:00:00 PM");
-  EXPECT_EQ(Variant(DateSerial{-657434}).toText(), "1/1/100");
+}
+
+// Format with "General Number" works on a date's serial, so that a corrupt date shows its number.
+TEST(GeneralNumber, OfADateIsItsSerial) {
+  EXPECT_EQ(formatGeneralNumber(Variant(DateSerial{25569})), "25569");
+  EXPECT_EQ(formatGeneralNumber(Variant(DateSerial{-1.25})), "-1.25");
+  EXPECT_EQ(formatGeneralNumber(Variant(DateSerial{1e300})), "1E+300");
+  WithSeparator comma(",");
+  EXPECT_EQ(formatGeneralNumber(Variant(DateSerial{25569.5})), "25569,5");
 }
 
 struct DateText {
@@ -285,20 +398,21 @@ TEST_P(DateFromText, IsReadAsTheUsEnglishPlatformReadsIt) {
 // 25570 is 2 January 1970.
 INSTANTIATE_TEST_SUITE_P(
     Table, DateFromText,
-    ::testing::Values(DateText{"1/2/1970", 25570}, DateText{"1-2-1970", 25570},
-                      DateText{"01/02/70", 25570}, DateText{"1970-01-02", 25570},
-                      DateText{"1970/1/2", 25570}, DateText{"2 January 1970", 25570},
-                      DateText{"Jan 2, 1970", 25570}, DateText{"January 2 1970", 25570},
-                      DateText{"2-Jan-1970", 25570}, DateText{"2-jan-70", 25570},
-                      DateText{"JAN 2 1970", 25570}, DateText{"Jan 1970", 25569},
-                      DateText{"13/1/1970", 25581}, DateText{"1/2/29", 47120},
-                      DateText{"1/2/30", 10960}, DateText{"1/2/1970 6:00", 25570.25},
-                      DateText{"1/2/1970 6:00 PM", 25570.75},
-                      DateText{"6:00:30 am 1/2/1970", 25570 + 21630.0 / 86400},
-                      DateText{"12:00 AM", 0}, DateText{"12:00:00 PM", 0.5},
-                      DateText{"3 PM", 0.625}, DateText{"23:59:59", 86399.0 / 86400},
-                      DateText{"12/30/1899", 0}, DateText{"12/29/1899 12:00", -1.5},
-                      DateText{"1/1/100", -657434}, DateText{"12/31/9999", 2958465}));
+    ::testing::Values(
+        DateText{"1/2/1970", 25570}, DateText{"1-2-1970", 25570}, DateText{"01/02/70", 25570},
+        DateText{"1970-01-02", 25570}, DateText{"1970/1/2", 25570},
+        DateText{"2 January 1970", 25570}, DateText{"Jan 2, 1970", 25570},
+        DateText{"January 2 1970", 25570}, DateText{"2-Jan-1970", 25570},
+        DateText{"2-jan-70", 25570}, DateText{"JAN 2 1970", 25570}, DateText{"Jan 1970", 25569},
+        DateText{"13/1/1970", 25581}, DateText{"1/2/29", 47120}, DateText{"1/2/30", 10960},
+        DateText{"1/2/1970 6:00", 25570.25}, DateText{"1/2/1970 6:00 PM", 25570.75},
+        DateText{"6:00:30 am 1/2/1970", 25570 + 21630.0 / 86400}, DateText{"12:00 AM", 0},
+        DateText{"12:00:00 PM", 0.5}, DateText{"3 PM", 0.625},
+        DateText{"23:59:59", 86399.0 / 86400}, DateText{"12/30/1899", 0},
+        DateText{"12/29/1899 12:00", -1.5}, DateText{"1/1/100", -657434},
+        DateText{"12/31/9999", 2958465}, DateText{"1/1/100 12:00 PM", -657434.5},
+        DateText{"1/1/100 23:59:59", -657434 - 86399.0 / 86400},
+        DateText{"12/31/9999 11:59:59 PM", 2958465 + 86399.0 / 86400}));
 
 TEST(DateConversion, TextThatIsNoDateIsATypeMismatch) {
   for (const char* text : {"",
@@ -350,14 +464,21 @@ TEST_P(DateTextForm, ShowsTheTimeAloneTheDateAloneOrBoth) {
   EXPECT_EQ(Variant(DateSerial{GetParam().serial}).toText(), GetParam().text);
 }
 
-INSTANTIATE_TEST_SUITE_P(Table, DateTextForm,
-                         ::testing::Values(DateForm{0, "12:00:00 AM"}, DateForm{0.5, "12:00:00 PM"},
-                                           DateForm{0.999994, "11:59:59 PM"},
-                                           DateForm{0.9999999, "12/31/1899"},
-                                           DateForm{1, "12/31/1899"}, DateForm{25570, "1/2/1970"},
-                                           DateForm{25570.25, "1/2/1970 6:00:00 AM"},
-                                           DateForm{-1.5, "12/29/1899 12:00:00 PM"},
-                                           DateForm{-0.25, "6:00:00 AM"}));
+INSTANTIATE_TEST_SUITE_P(
+    Table, DateTextForm,
+    ::testing::Values(DateForm{0, "12:00:00 AM"}, DateForm{0.5, "12:00:00 PM"},
+                      DateForm{0.999994, "11:59:59 PM"}, DateForm{0.9999999, "12/31/1899"},
+                      DateForm{1, "12/31/1899"}, DateForm{25570, "1/2/1970"},
+                      DateForm{25570.25, "1/2/1970 6:00:00 AM"},
+                      DateForm{-1.5, "12/29/1899 12:00:00 PM"}, DateForm{-0.25, "6:00:00 AM"},
+                      // Below the epoch too, the time rounds up into the
+                      // next calendar day.
+                      DateForm{-5.9999999, "12/26/1899"}, DateForm{-657434, "1/1/100"},
+                      DateForm{-657434.5, "1/1/100 12:00:00 PM"},
+                      DateForm{-657434.9999999, "1/2/100"},
+                      DateForm{2958465.5, "12/31/9999 12:00:00 PM"},
+                      // The last day has no next one.
+                      DateForm{2958465.9999999, "12/31/9999 11:59:59 PM"}));
 
 TEST(VariantCompare, FollowsTheLanguage) {
   EXPECT_EQ(compare(Variant(1), Variant(2.5)), -1);

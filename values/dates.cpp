@@ -12,8 +12,11 @@ namespace tessaline {
 
 namespace {
 
-constexpr double kFirstDate = -657434.0;
-constexpr double kLastDate = 2958465.99999999;
+// Serials strictly between these are dates: any time of 1 January 100 (whose serial, below the
+// epoch, runs from -657434 down toward -657435) to any time of 31 December 9999.
+constexpr double kBeforeFirstDate = -657435.0;
+constexpr double kAfterLastDate = 2958466.0;
+constexpr int64_t kLastDay = 2958465;
 
 // Days from 1 January 1970 of a proleptic Gregorian date.
 int64_t daysFromCivil(int64_t y, int64_t m, int64_t d) {
@@ -176,11 +179,39 @@ bool takeTime(std::vector<Token>& tokens, double& time, bool& found) {
 
 }  // namespace
 
-bool isDateInRange(double days) { return days >= kFirstDate && days <= kLastDate; }
+bool isDateInRange(double days) { return days > kBeforeFirstDate && days < kAfterLastDate; }
 
 void checkDateRange(double days) {
   if (!isDateInRange(days)) throw VbError(err::Overflow);
 }
+
+namespace {
+
+// The day and the second of the day of a serial, its time rounded to the second. A time that
+// rounds up to midnight belongs to the next calendar day (the fraction counts forward from
+// midnight on both sides of the epoch), but the last day of the calendar has no next one and
+// keeps its last second.
+struct DayAndSecond {
+  int64_t day;
+  int64_t second;
+};
+
+DayAndSecond splitSerial(double days) {
+  checkDateRange(days);
+  const double whole = std::trunc(days);
+  DayAndSecond at{static_cast<int64_t>(whole), std::llround(std::fabs(days - whole) * 86400.0)};
+  if (at.second >= 86400) {
+    if (at.day == kLastDay) {
+      at.second = 86399;
+    } else {
+      at.second -= 86400;
+      ++at.day;
+    }
+  }
+  return at;
+}
+
+}  // namespace
 
 double serialFromCalendar(int32_t year, int32_t month, int32_t day) {
   return static_cast<double>(daysFromCivil(year, month, day) - kSerialEpoch);
@@ -194,14 +225,7 @@ CalendarDate calendarFromSerial(double days) {
 }
 
 std::string formatDate(DateSerial date) {
-  checkDateRange(date.days);
-  const double whole = std::trunc(date.days);
-  int64_t seconds = std::llround(std::fabs(date.days - whole) * 86400.0);
-  int64_t day = static_cast<int64_t>(whole);
-  if (seconds >= 86400) {
-    seconds -= 86400;
-    day += date.days < 0 ? -1 : 1;
-  }
+  const auto [day, seconds] = splitSerial(date.days);
   std::string out;
   if (day != 0) {
     int64_t y = 0, m = 0, d = 0;
@@ -300,14 +324,7 @@ std::optional<double> parseDateText(std::string_view text) {
 }
 
 DateTimeFields fieldsFromSerial(double days) {
-  checkDateRange(days);
-  const double whole = std::trunc(days);
-  int64_t seconds = std::llround(std::fabs(days - whole) * 86400.0);
-  int64_t day = static_cast<int64_t>(whole);
-  if (seconds >= 86400) {
-    seconds -= 86400;
-    day += days < 0 ? -1 : 1;
-  }
+  const auto [day, seconds] = splitSerial(days);
   int64_t y = 0, m = 0, d = 0;
   civilFromDays(day + kSerialEpoch, y, m, d);
   return {static_cast<int32_t>(y),

@@ -125,8 +125,7 @@ double checkedRound(double value, double low, double high) {
   return rounded;
 }
 
-double numberFromText(const std::string& text) {
-  const ParsedNumber parsed = parseNumber(text, locale());
+double numberOf(const ParsedNumber& parsed) {
   switch (parsed.outcome) {
     case ParseOutcome::Number:
       return parsed.value;
@@ -137,6 +136,10 @@ double numberFromText(const std::string& text) {
   }
   throw VbError(err::TypeMismatch);
 }
+
+double numberFromText(const std::string& text) { return numberOf(parseNumber(text, locale())); }
+
+ParsedNumber radixNumber(std::string_view text, uint32_t& bits);
 
 }  // namespace
 
@@ -180,6 +183,9 @@ std::string formatGeneralNumber(const Variant& value) {
       } catch (const VbError&) {
         return value.toText();
       }
+    case VarType::Date:
+      // A numeric format sees a date as its serial, inside the calendar or not.
+      return Variant(value.toDouble()).toText();
     default:
       return value.toText();
   }
@@ -250,14 +256,25 @@ double Variant::toDouble() const {
 float Variant::toSingle() const {
   if (type() == VarType::Single) return std::get<float>(value_);
   const double value = toDouble();
-  // Beyond the largest Single by half a unit in the last place, rounding would give infinity.
+  // Beyond the largest Single by half a unit in the last place, rounding would give infinity;
+  // the infinities lie beyond it too. Not-a-number is beyond nothing and stays one.
   constexpr double kRoundsToInfinity = 3.4028235677973366e38;
-  if (std::isfinite(value) && std::fabs(value) >= kRoundsToInfinity) throw VbError(err::Overflow);
+  if (std::fabs(value) >= kRoundsToInfinity) throw VbError(err::Overflow);
   return static_cast<float>(value);
 }
 
 int16_t Variant::toInt16() const {
   if (type() == VarType::Integer) return std::get<int16_t>(value_);
+  if (const auto* text = std::get_if<std::string>(&value_)) {
+    // Hexadecimal and octal text that fits 16 bits is the Integer of that bit pattern
+    // ("&HFFFF" is -1), while a Long takes the same text as a number (65535).
+    const std::string_view trimmed = trimWhitespace(*text);
+    uint32_t bits = 0;
+    if (!trimmed.empty() && trimmed[0] == '&' &&
+        radixNumber(trimmed, bits).outcome == ParseOutcome::Number && bits <= 0xFFFF) {
+      return static_cast<int16_t>(bits);
+    }
+  }
   return static_cast<int16_t>(checkedRound(toDouble(), -32768.0, 32767.0));
 }
 
@@ -278,8 +295,8 @@ bool Variant::toBool() const {
     case VarType::Boolean:
       return std::get<bool>(value_);
     case VarType::String: {
-      const std::string word =
-          toUpperAscii(std::string(trimWhitespace(std::get<std::string>(value_))));
+      // The words stand alone, without blanks; blanks around a number are the number's own.
+      const std::string word = toUpperAscii(std::get<std::string>(value_));
       if (word == "TRUE" || word == "#TRUE#") return true;
       if (word == "FALSE" || word == "#FALSE#") return false;
       return numberFromText(std::get<std::string>(value_)) != 0;
@@ -360,7 +377,8 @@ std::string formatSingle(float value, std::string_view decimalSeparator) {
 
 namespace {
 
-ParsedNumber radixNumber(std::string_view text) {
+// "&H" or "&O" and digits, up to 32 bits; `bits` takes the pattern as written.
+ParsedNumber radixNumber(std::string_view text, uint32_t& bits) {
   if (text.size() < 3) return {};
   const char kind = static_cast<char>(text[1] | 0x20);
   const int base = kind == 'h' ? 16 : (kind == 'o' ? 8 : 0);
@@ -376,6 +394,7 @@ ParsedNumber radixNumber(std::string_view text) {
     value = value * static_cast<uint64_t>(base) + static_cast<uint64_t>(digit);
     if (value > 0xFFFFFFFFull) return {ParseOutcome::Overflow, 0};
   }
+  bits = static_cast<uint32_t>(value);
   // Eight hexadecimal digits fill a Long: the top bit is its sign.
   const double number = value > 0x7FFFFFFFull ? static_cast<double>(value) - 4294967296.0
                                               : static_cast<double>(value);
@@ -430,7 +449,8 @@ bool takeAffixes(std::string_view text, size_t& at, const Locale& symbols, Affix
 ParsedNumber parseNumber(std::string_view text, const Locale& symbols) {
   text = trimWhitespace(text);
   if (text.empty()) return {};
-  if (text[0] == '&') return radixNumber(text);
+  uint32_t bits = 0;
+  if (text[0] == '&') return radixNumber(text, bits);
 
   const std::string decimal = symbols.decimalSeparator();
   const std::string thousands = symbols.thousandsSeparator();

@@ -48,11 +48,14 @@ constexpr int64_t kGifPixelsPerByte = 4096 * 8 / 12 + 1;
 // end codes stays blank, and a blank that large is no picture anyone draws.
 constexpr int64_t kRlePixelsPerByte = 128;
 
+bool withinBudget(int64_t width, int64_t height) {
+  return plausibleSize(width, height) && width * height <= kPixelBudget;
+}
+
 bool fillable(int64_t width, int64_t height, size_t bytes, int64_t pixelsPerByte) {
-  if (!plausibleSize(width, height)) return false;
-  const int64_t pixels = width * height;
+  if (!withinBudget(width, height)) return false;
   // A little slack for the smallest files, whose headers are most of their bytes.
-  return pixels <= kPixelBudget && pixels <= (static_cast<int64_t>(bytes) + 64) * pixelsPerByte;
+  return width * height <= (static_cast<int64_t>(bytes) + 64) * pixelsPerByte;
 }
 
 bool validImage(const PixelImage& image) {
@@ -507,7 +510,9 @@ bool decodeDib(const uint8_t* data, size_t size, size_t dib, size_t pixelsAt, bo
   const size_t w = static_cast<size_t>(d.width), h = static_cast<size_t>(d.height);
   const size_t stride = (w * d.bpp + 31) / 32 * 4;
   const bool rle = d.compression == kRle8 || d.compression == kRle4;
-  if (!rle && stride * h > size - d.pixelsAt) return false;
+  // Uncompressed rows must all be there, and even then a one-bit file of 32 MB holds a gigabyte
+  // of our pixels: the budget holds for them too.
+  if (!rle && (stride * h > size - d.pixelsAt || !withinBudget(d.width, d.height))) return false;
   if (rle && !fillable(d.width, d.height, size - d.pixelsAt, kRlePixelsPerByte)) return false;
 
   out.width = static_cast<int32_t>(w);
