@@ -23,33 +23,58 @@ void place(ControlFrame& control, int32_t left, int32_t top, int32_t width, int3
 
 }  // namespace
 
-HostForm HostForm::load(const xml::FormDocument& document, std::vector<std::string>& problems) {
+HostForm HostForm::load(const xml::FormDocument& document, std::vector<std::string>& problems,
+                        const std::string& formName) {
   HostForm form;
   form.name = document.name;
   form.width = document.width;
   form.height = document.height;
+  const std::string named = !formName.empty()        ? formName
+                            : !document.name.empty() ? document.name
+                                                     : "the form";
   for (const xml::FormControl& saved : document.controls) {
+    const std::string where = named + ": " + saved.name + ": ";
+    if (saved.width < 0 || saved.height < 0) {
+      problems.push_back(where + "a size of " + std::to_string(saved.width) + " by " +
+                         std::to_string(saved.height) + " twips can't be shown");
+      continue;
+    }
     Ref<ControlFrame> control;
     try {
       control = create(saved.progId);
     } catch (const VbError& error) {
-      problems.push_back(saved.name + ": " + saved.progId + " can't be created (" + error.what() +
-                         ")");
+      problems.push_back(where + saved.progId + " can't be created (" + error.what() + ")");
       continue;
     }
-    if (saved.left < 0 || saved.top < 0 || (document.width > 0 && saved.left >= document.width) ||
-        (document.height > 0 && saved.top >= document.height)) {
-      problems.push_back(saved.name + ": placed off the form at " + std::to_string(saved.left) +
-                         ", " + std::to_string(saved.top));
+    const bool offTheForm = saved.left < 0 || saved.top < 0 ||
+                            (document.width > 0 && saved.left >= document.width) ||
+                            (document.height > 0 && saved.top >= document.height);
+    if (offTheForm) {
+      problems.push_back(where + "placed off the form at " + std::to_string(saved.left) + ", " +
+                         std::to_string(saved.top));
     }
-    place(*control, saved.left, saved.top, saved.width, saved.height);
+    // A control whose corner is on the form is cut at its edges; summed wide, so that a huge
+    // size can't wrap around to a small one.
+    int32_t width = saved.width, height = saved.height;
+    if (!offTheForm && document.width > 0 && int64_t{saved.left} + saved.width > document.width) {
+      width = document.width - saved.left;
+    }
+    if (!offTheForm && document.height > 0 && int64_t{saved.top} + saved.height > document.height) {
+      height = document.height - saved.top;
+    }
+    if (width != saved.width || height != saved.height) {
+      problems.push_back(where + "its size of " + std::to_string(saved.width) + " by " +
+                         std::to_string(saved.height) + " twips reaches past the form; cut to " +
+                         std::to_string(width) + " by " + std::to_string(height));
+    }
+    place(*control, saved.left, saved.top, width, height);
     control->window().TabIndex(saved.tabIndex);
     platform::MemoryPropertyBag bag = saved.properties;
     try {
       control->ReadProperties(bag);
     } catch (const VbError& error) {
-      problems.push_back(saved.name + ": its saved properties stop at a value the control " +
-                         "refuses (" + error.what() + ")");
+      problems.push_back(where + "its saved properties stop at a value the control refuses (" +
+                         error.what() + ")");
     }
     form.controls_.push_back({saved.progId, saved.name, std::move(control)});
   }

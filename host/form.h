@@ -24,10 +24,15 @@ class HostForm {
   int32_t height = 0;
 
   // Creates each control of a saved form by its ProgID on the installed backend, places it
-  // and reads its bag. A control that can't be created or whose bag a setter refuses is left
-  // out or kept as far as it got, and each problem is told in `problems` with the control's
-  // name; the rest of the form loads.
-  static HostForm load(const xml::FormDocument& document, std::vector<std::string>& problems);
+  // and reads its bag; the rest of the form loads whatever one control does. Each problem is
+  // told in `problems`, naming the form (`formName`, else the document's name) and the control:
+  // - a class that can't be created: the control is left out;
+  // - a negative width or height: left out, since there is nothing to show;
+  // - a corner off the form: kept where it was saved;
+  // - a size that reaches past the form's right or bottom edge: kept, cut at the edge;
+  // - a bag that a setter refuses: kept as far as its properties got.
+  static HostForm load(const xml::FormDocument& document, std::vector<std::string>& problems,
+                       const std::string& formName = {});
 
   // A control new on the form: created by ProgID, placed, given InitProperties. 429 for a
   // ProgID that the catalogue can't create.

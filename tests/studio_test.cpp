@@ -2,6 +2,7 @@
 // missing, the check of an edit against its parameter's validators, and Apply.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -116,6 +117,21 @@ TEST_F(Studio, RunsAFormWithLiveValuesChecksEditsAndAppliesThem) {
   EXPECT_EQ(tag.DTMStatusControl1().IDTMStatusControl_Text(), "1 to 4");
 }
 
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+  const size_t at = text.find(from);
+  EXPECT_NE(at, std::string::npos) << from;
+  return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+// Whether some line holds each of the words.
+bool told(const std::vector<std::string>& problems, std::initializer_list<std::string> words) {
+  return std::any_of(problems.begin(), problems.end(), [&](const std::string& line) {
+    return std::all_of(words.begin(), words.end(), [&](const std::string& word) {
+      return line.find(word) != std::string::npos;
+    });
+  });
+}
+
 TEST_F(Studio, ABrokenPackageShowsWhatItCanAndNamesEachProblem) {
   // No device.xml at all.
   session = std::make_unique<studio::Session>(load());
@@ -136,20 +152,191 @@ TEST_F(Studio, ABrokenPackageShowsWhatItCanAndNamesEachProblem) {
            </form>)");
   session = std::make_unique<studio::Session>(load());
   EXPECT_EQ(problems.size(), 3u) << ::testing::PrintToString(problems);
+  EXPECT_TRUE(told(problems, {"Broken", "forms/broken.xml", "can't be shown", "line 1"}));
+  EXPECT_TRUE(told(problems, {"Missing", "forms/missing.xml", "can't be shown", "not found"}));
+  // The package told why; a visit, and another, tells nothing more.
   problems.clear();
   session->openForm(0, problems);
-  EXPECT_FALSE(problems.empty());
-  problems.clear();
+  session->openForm(1, problems);
+  session->openForm(0, problems);
+  EXPECT_EQ(problems, std::vector<std::string>{});
+  EXPECT_FALSE(session->form());
+  EXPECT_NE(session->package().forms[0].failure.find("line 1"), std::string::npos);
+
   session->openForm(2, problems);
   ASSERT_TRUE(session->form());
   EXPECT_EQ(session->form()->controls().size(), 1u);  // the label, placed off the form
   EXPECT_EQ(problems.size(), 3u) << ::testing::PrintToString(problems);
+  EXPECT_TRUE(told(problems, {"Odd (forms/odd.xml)", "A", "Tessaline.NoSuchControl"}));
+  EXPECT_TRUE(told(problems, {"Odd (forms/odd.xml)", "B", "off the form"}));
   session->tick(1);
 
   write("device.xml", "<device><broken");
   problems.clear();
   session = std::make_unique<studio::Session>(load());
   EXPECT_EQ(problems.size(), 1u);
+}
+
+// One broken value costs its property, not the form: the rest of the control and the form show.
+TEST_F(Studio, ABrokenPropertyIsLeftOutAndNamedWithItsFileControlAndCause) {
+  write("device.xml", kDevice);
+  write("forms/main.xml", replaced(kForm, R"(tabIndex="0"/>)", R"(tabIndex="0">
+    <property name="FontSize" type="Double" value="notanumber"/>
+    <property name="TextType" type="Long" value="0"/></control>)"));
+  session = std::make_unique<studio::Session>(load());
+  ASSERT_EQ(problems.size(), 1u) << ::testing::PrintToString(problems);
+  EXPECT_TRUE(
+      told(problems, {"Main", "forms/main.xml", "line 4", "FlowBox", "FontSize", "notanumber"}));
+  problems.clear();
+  session->openForm(0, problems);
+  EXPECT_EQ(problems, std::vector<std::string>{});
+  EXPECT_EQ(session->form()->controls().size(), 3u);
+  EXPECT_EQ(dynamic_cast<DTMDataTextBox&>(*session->form()->find("FlowBox")).Text1().Text(),
+            "120.5");
+}
+
+TEST_F(Studio, SizesThatCantBeShownOrReachPastTheFormAreNamed) {
+  write("device.xml", kDevice);
+  write("forms/main.xml",
+        replaced(replaced(kForm, R"(width="3000")", R"(width="-3000")"),
+                 R"(height="360" tabIndex="1")", R"(height="99999999" tabIndex="1")"));
+  session = std::make_unique<studio::Session>(load());
+  session->openForm(0, problems);
+  EXPECT_TRUE(told(problems, {"Main (forms/main.xml)", "FlowBox", "-3000", "can't be shown"}));
+  EXPECT_TRUE(told(problems, {"Main (forms/main.xml)", "TagBox", "99999999", "reaches past"}));
+  EXPECT_FALSE(session->form()->find("FlowBox"));
+  // Cut at the form's bottom edge, 4000 twips down.
+  ASSERT_TRUE(session->form()->find("TagBox"));
+  EXPECT_EQ(session->form()->find("TagBox")->window().Height(), 3500);
+}
+
+TEST_F(Studio, AFormFileOutsideThePackageIsNeverRead) {
+  write("forms/main.xml", kForm);
+  std::filesystem::create_directories(root / "inner");
+  for (const std::string file : {"/etc/passwd", "../outside.xml", "forms/../../outside.xml"}) {
+    write("device.xml", replaced(kDevice, "forms/main.xml", file));
+    problems.clear();
+    session = std::make_unique<studio::Session>(load());
+    ASSERT_FALSE(session->package().forms[0].loaded) << file;
+    EXPECT_TRUE(told(problems, {"Main (" + file + ")", "outside the package"})) << file;
+  }
+  // A way round that comes back inside is a path like any other.
+  const std::string roundabout = "../" + root.filename().string() + "/inner/../forms/main.xml";
+  write("device.xml", replaced(kDevice, "forms/main.xml", roundabout));
+  problems.clear();
+  session = std::make_unique<studio::Session>(load());
+  EXPECT_TRUE(session->package().forms[0].loaded) << ::testing::PrintToString(problems);
+}
+
+// Each parameter's validators decide, numbers compared as numbers; validators that can't be
+// used refuse the value with a message and are told once, never escaping to the control.
+TEST_F(Studio, EditsAreCheckedByTheParametersValidators) {
+  write("device.xml", R"(<device name="Pump">
+  <texts><text key="Delay_range">0 to 120 s</text></texts>
+  <parameters>
+    <parameter name="Delay" value="15"><dataItem name="Delay" type="int16"/>
+      <validators><rangeValidation min="0" max="120" errorString="Delay_range"/></validators>
+    </parameter>
+    <parameter name="Code" value="B7"><dataItem name="Code" type="string"/>
+      <validators><rangeValidation min="A0" max="C9" errorString="Code_range"/>
+        <lengthValidation min="2" max="2" errorString="Code_length"/></validators>
+    </parameter>
+    <parameter name="Medium" value="Water"><dataItem name="Medium" type="string"/>
+      <validators><discreteValidation MATCH1="Water" errorString="Medium_choice"/>
+      </validators>
+    </parameter>
+    <parameter name="NoMax" value="1"><dataItem name="NoMax" type="int16"/>
+      <validators><rangeValidation min="0" errorString="x"/></validators>
+    </parameter>
+    <parameter name="OddLength" value="a"><dataItem name="OddLength" type="string"/>
+      <validators><lengthValidation min="abc" max="4"/></validators>
+    </parameter>
+  </parameters>
+  <forms><form file="forms/main.xml" title="Main"><bind control="Box" parameter="NoMax"/></form>
+  </forms>
+</device>)");
+  write("forms/main.xml", R"(<form name="Main" width="5000" height="1000">
+  <control progId="Tessaline.DTMDataTextBox" name="Box" left="0" top="0" width="3000" height="360"/>
+</form>)");
+  session = std::make_unique<studio::Session>(load());
+  std::vector<std::string> told;
+  session->onProblem = [&](const std::string& problem) { told.push_back(problem); };
+  std::string message;
+  const auto passes = [&](const char* item, const char* value) {
+    message.clear();
+    return session->validate(item, Variant(value), message);
+  };
+  EXPECT_TRUE(passes("Delay", "99")) << "as text, 99 would lie above 120";
+  EXPECT_FALSE(passes("Delay", "121"));
+  EXPECT_EQ(message, "0 to 120 s");
+  EXPECT_FALSE(passes("Delay", "abc"));
+  EXPECT_TRUE(passes("Code", "B5"));
+  EXPECT_FALSE(passes("Code", "D1"));
+  EXPECT_EQ(message, "Code_range");
+  EXPECT_FALSE(passes("Code", "B"));
+  EXPECT_EQ(message, "Code_length");
+  EXPECT_TRUE(passes("Medium", "Water"));
+  EXPECT_FALSE(passes("Medium", "Gas"));
+  EXPECT_EQ(message, "Medium_choice");
+  EXPECT_TRUE(told.empty());
+
+  EXPECT_FALSE(passes("OddLength", "ab"));
+  EXPECT_NE(message.find("can't be checked"), std::string::npos) << message;
+  session->openForm(0, problems);
+  auto& box = dynamic_cast<DTMDataTextBox&>(*session->form()->find("Box"));
+  headless::user(box.Text1()).type("7");
+  headless::user(box.Text1()).type("8");
+  EXPECT_EQ(box.DTMStatusControl1().IDTMStatusControl_Mode(), 104);
+  EXPECT_NE(box.DTMStatusControl1().IDTMStatusControl_Text().find("NoMax"), std::string::npos);
+  ASSERT_EQ(told.size(), 2u) << "each broken set of validators once";
+  EXPECT_NE(told[0].find("Type mismatch"), std::string::npos) << told[0];
+  EXPECT_NE(told[1].find("NoMax"), std::string::npos);
+  EXPECT_NE(told[1].find("91"), std::string::npos) << told[1];
+}
+
+// Edits outlive a visit to another form, until Apply writes them or Discard drops them.
+TEST_F(Studio, EditsLeftOnAFormAreKeptUntilAppliedOrDiscarded) {
+  std::string device = kDevice;
+  device = replaced(device, "</form></forms>",
+                    "</form><form file='forms/other.xml' title='Other'/></forms>");
+  write("device.xml", device);
+  write("forms/main.xml", kForm);
+  write("forms/other.xml", "<form name='Other' width='100' height='100'/>");
+  session = std::make_unique<studio::Session>(load());
+  ASSERT_EQ(problems, std::vector<std::string>{});
+  session->openForm(0, problems);
+  auto* flow = dynamic_cast<DTMDataTextBox*>(session->form()->find("FlowBox"));
+  headless::user(flow->Text1()).select(0, 10);
+  headless::user(flow->Text1()).type("35");
+
+  session->openForm(1, problems);
+  EXPECT_EQ(session->keptForms(), std::vector<size_t>{0});
+  EXPECT_EQ(session->unappliedEdits(), std::vector<std::string>{"Main: Flow"});
+  session->tick(2);
+  session->openForm(0, problems);
+  EXPECT_EQ(session->form()->find("FlowBox"), flow) << "the same controls, as they were left";
+  EXPECT_EQ(flow->Text1().Text(), "35");
+  EXPECT_TRUE(flow->IDTMDataControl_Hot());
+  EXPECT_TRUE(session->keptForms().empty());
+
+  session->openForm(1, problems);
+  EXPECT_EQ(session->apply(), std::vector<std::string>{"Flow = 35"});
+  EXPECT_EQ(session->host().device.read("Flow"), Variant(35.0));
+  EXPECT_TRUE(session->keptForms().empty());
+  EXPECT_TRUE(session->unappliedEdits().empty());
+
+  session->openForm(0, problems);
+  headless::user(dynamic_cast<DTMDataTextBox&>(*session->form()->find("TagBox")).Text1()).type("X");
+  session->openForm(1, problems);
+  session->discard(problems);
+  EXPECT_TRUE(session->unappliedEdits().empty());
+  session->openForm(0, problems);
+  EXPECT_EQ(dynamic_cast<DTMDataTextBox&>(*session->form()->find("TagBox")).Text1().Text(), "P1");
+  EXPECT_EQ(dynamic_cast<DTMDataTextBox&>(*session->form()->find("FlowBox")).Text1().Text(), "35");
+  // A form without edits is made anew at each visit.
+  session->openForm(1, problems);
+  EXPECT_TRUE(session->keptForms().empty());
+  EXPECT_EQ(problems, std::vector<std::string>{});
 }
 
 TEST_F(Studio, TheSamplePackageLoadsWithoutAProblemAndRunsEveryForm) {

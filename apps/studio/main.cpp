@@ -1,9 +1,12 @@
 // tessaline-studio: runs a device package's dialogs in real windows, driven by the reference
 // host and a simulated device with live values.
 //   tessaline-studio [--package DIR] [--screenshots DIR] [--seconds N]
-// --screenshots writes a picture of each dialog (after some seconds of the device) and quits;
-// --seconds runs the device that long and quits. Without a display, Qt runs offscreen.
+// --screenshots writes a picture of each dialog, whole, after some minutes of the device, and
+// quits; --seconds runs the device that long and quits. Both run on simulated time: the device
+// and the platform clock move on together as fast as the machine allows. Without a display, Qt
+// runs offscreen.
 #include <QApplication>
+#include <QMessageBox>
 #include <QStyleFactory>
 #include <cstdlib>
 #include <filesystem>
@@ -16,6 +19,8 @@
 
 namespace {
 
+using namespace tessaline;
+
 int usage() {
   std::cerr << "usage: tessaline-studio [--package DIR] [--screenshots DIR] [--seconds N]\n";
   return 2;
@@ -26,6 +31,29 @@ std::string safeName(const std::string& title) {
   for (char c : title) name += std::isalnum(static_cast<unsigned char>(c)) ? c : '-';
   return name;
 }
+
+// The interactive studio asks before it drops edits that aren't applied.
+studio::MainWindow::Closing askUser(QWidget* parent, const std::vector<std::string>& edits) {
+  QString list;
+  for (const std::string& edit : edits) list += "\n  " + QString::fromStdString(edit);
+  QMessageBox box(
+      QMessageBox::Question, "Unapplied edits",
+      "These edits aren't written to the device yet:" + list + "\n\nApply them before closing?",
+      QMessageBox::Apply | QMessageBox::Discard | QMessageBox::Cancel, parent);
+  box.setDefaultButton(QMessageBox::Apply);
+  switch (box.exec()) {
+    case QMessageBox::Apply:
+      return studio::MainWindow::Closing::Apply;
+    case QMessageBox::Discard:
+      return studio::MainWindow::Closing::Discard;
+    default:
+      return studio::MainWindow::Closing::Cancel;
+  }
+}
+
+// Simulated seconds of the device before each screenshot: enough for the trends to have drawn
+// several minutes of lines.
+constexpr double kSecondsBeforeShot = 600;
 
 }  // namespace
 
@@ -50,15 +78,25 @@ int main(int argc, char** argv) {
   }
   QApplication application(argc, argv);
   QApplication::setStyle(QStyleFactory::create("Fusion"));
-  using namespace tessaline;
-  qt::install();
+  const bool simulated = !screenshots.empty() || seconds >= 0;
+  qt::install(simulated ? qt::Time::Driven : qt::Time::Wall);
   regexp::install();
   chart::install();
 
   std::vector<std::string> problems;
   studio::DevicePackage device = studio::loadPackage(package, problems);
   for (const std::string& problem : problems) std::cerr << "problem: " << problem << "\n";
-  studio::MainWindow window(std::make_unique<studio::Session>(std::move(device)), problems);
+  studio::MainWindow::Options options;
+  options.realTime = !simulated;
+  studio::MainWindow* shown = nullptr;
+  if (!simulated) {
+    options.askBeforeClosing = [&shown](const std::vector<std::string>& edits) {
+      return askUser(shown, edits);
+    };
+  }
+  studio::MainWindow window(std::make_unique<studio::Session>(std::move(device)), problems,
+                            std::move(options));
+  shown = &window;
   window.show();
 
   if (!screenshots.empty()) {
@@ -66,8 +104,10 @@ int main(int argc, char** argv) {
     const size_t forms = window.session().package().forms.size();
     for (size_t i = 0; i < forms; ++i) {
       window.showForm(i);
-      // Some seconds of the device, so that its values move and the gauges have drawn.
-      for (int tick = 0; tick < 40; ++tick) window.advance(0.25);
+      // The device runs, so that its values move, the gauges have drawn and the trends have
+      // minutes of lines; the clock moves in steps of the trends' own timers.
+      for (double t = 0; t < kSecondsBeforeShot; t += 0.25) window.advance(0.25);
+      window.fitForm();
       QApplication::processEvents();
       const std::string title = window.session().package().forms[i].title;
       const auto file = std::filesystem::path(screenshots) /

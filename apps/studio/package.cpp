@@ -1,6 +1,8 @@
 #include "apps/studio/package.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <optional>
 
 #include "platform/xml/pugi_dom.h"
 
@@ -54,6 +56,22 @@ Variant initialValue(const std::string& text, const Ref<platform::XmlNode>& data
   } catch (const VbError&) {
   }
   return Variant(text);
+}
+
+// The file that a form names, when it lies inside the package's folder; nothing for a name that
+// leads out of it (an absolute path, "..", a link to elsewhere).
+std::optional<std::filesystem::path> insidePackage(const std::filesystem::path& root,
+                                                   const std::string& file) {
+  namespace fs = std::filesystem;
+  std::error_code failure;
+  fs::path base = fs::weakly_canonical(root, failure);
+  if (failure) return std::nullopt;
+  const fs::path path = fs::weakly_canonical(root / file, failure);
+  if (failure) return std::nullopt;
+  if (base.filename().empty()) base = base.parent_path();
+  const auto [inBase, inPath] = std::mismatch(base.begin(), base.end(), path.begin(), path.end());
+  if (inBase != base.end() || inPath == path.end()) return std::nullopt;
+  return path;
 }
 
 }  // namespace
@@ -141,16 +159,22 @@ DevicePackage loadPackage(const std::string& directory, std::vector<std::string>
       }
       form.bindings.push_back(std::move(binding));
     }
+    const std::string named = form.title + " (" + form.file + ")";
     if (form.file.empty()) {
-      problems.push_back(form.title + ": the form names no file");
+      form.failure = "the form names no file";
+    } else if (const auto path = insidePackage(root, form.file); !path) {
+      form.failure = "the file lies outside the package's folder";
     } else {
+      std::vector<std::string> skipped;
       try {
-        form.document = xml::loadForm((root / form.file).string());
+        form.document = xml::loadForm(path->string(), skipped);
         form.loaded = true;
       } catch (const VbError& error) {
-        problems.push_back(form.title + ": " + (root / form.file).string() + ": " + error.what());
+        form.failure = error.what();
       }
+      for (const std::string& line : skipped) problems.push_back(named + ": " + line);
     }
+    if (!form.loaded) problems.push_back(named + " can't be shown: " + form.failure);
     package.forms.push_back(std::move(form));
   }
   if (package.forms.empty()) problems.push_back(package.name + " has no forms");

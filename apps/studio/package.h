@@ -79,6 +79,8 @@ struct FormEntry {
   std::string name;
   std::string file;
   bool loaded = false;
+  // Why the form can't be shown, when it isn't loaded.
+  std::string failure;
   xml::FormDocument document;
   std::vector<Binding> bindings;
 };
@@ -106,8 +108,10 @@ struct DevicePackage {
   const Parameter* parameter(const std::string& name) const;
 };
 
-// Reads a package. What can't be read (a missing or broken file, a form that names no file, a
-// parameter without a name) is told in `problems`, one line each, and left out; the rest loads.
+// Reads a package. What can't be read (a missing or broken file, a form that names no file or
+// one outside the package's folder, a parameter without a name) is told in `problems`, one line
+// each naming the form and the cause, and left out; the rest loads. A form file with a control
+// or a property that can't be read loads without it, and each is told with its line.
 DevicePackage loadPackage(const std::string& directory, std::vector<std::string>& problems);
 
 }  // namespace tessaline::studio

@@ -17,6 +17,30 @@ bool numericType(const Ref<platform::XmlNode>& dataItem) {
   return type == "float" || type == "int16" || type == "int32" || type == "byte";
 }
 
+// The range of a numeric item, compared as numbers: the range validator compares text, so that
+// "35" would lie outside 0 to 250 and a user would be told a right value is wrong. The rules are
+// read as that validator reads them: the last one decides, an absent limit raises 91 and one
+// that is no number 13. A value that is no number lies in no range.
+bool numericRange(const Ref<platform::XmlNode>& validators, const Variant& value,
+                  std::string& errorString) {
+  double number = std::nan("");
+  try {
+    number = value.toDouble();
+  } catch (const VbError&) {
+  }
+  bool result = true;
+  const Ref<platform::XmlNodeList> rules = validators->childNodes();
+  for (int32_t i = 0; i < rules->length(); ++i) {
+    const Ref<platform::XmlNode> rule = rules->item(i);
+    if (!rule || rule->nodeName() != "rangeValidation") continue;
+    const double low = rule->attributes()->getNamedItem("min")->nodeValue().toDouble();
+    const double high = rule->attributes()->getNamedItem("max")->nodeValue().toDouble();
+    if (auto text = platform::attributeValue(rule, "errorString")) errorString = *text;
+    result = number >= low && number <= high;
+  }
+  return result;
+}
+
 // The status modes that a "status" parameter goes through, one a period.
 constexpr int32_t kStatusCycle[] = {0, 106, 0, 101, 0, 105};
 
@@ -34,48 +58,80 @@ Session::Session(DevicePackage package)
 }
 
 Session::~Session() {
-  bound_.clear();
-  form_.reset();
+  shown_.close();
+  for (auto& [index, open] : kept_) open.close();
   SetSharedHost(nullptr);
 }
 
+void Session::OpenForm::close() {
+  bound.clear();
+  form.reset();
+}
+
+void Session::tell(std::vector<std::string>& problems, const std::string& problem) {
+  if (told_.insert(problem).second) problems.push_back(problem);
+}
+
+std::vector<size_t> Session::keptForms() const {
+  std::vector<size_t> indexes;
+  for (const auto& [index, open] : kept_) indexes.push_back(index);
+  return indexes;
+}
+
 void Session::openForm(size_t index, std::vector<std::string>& problems) {
-  bound_.clear();
-  form_.reset();
+  if (formIndex_ == index && shown_.form) return;
+  if (formIndex_ && shown_.form && !hotParameters(shown_).empty()) {
+    kept_[*formIndex_] = std::move(shown_);
+  } else {
+    shown_.close();
+  }
+  shown_ = {};
   formIndex_.reset();
-  if (index >= package_.forms.size() || !package_.forms[index].loaded) {
-    problems.push_back("the form can't be shown");
+  if (index >= package_.forms.size()) {
+    tell(problems, "the package has no form " + std::to_string(index + 1));
     return;
   }
-  const FormEntry& entry = package_.forms[index];
-  form_ = std::make_unique<host::HostForm>(host::HostForm::load(entry.document, problems));
   formIndex_ = index;
-  for (const host::PlacedControl& placed : form_->controls()) {
+  if (auto found = kept_.find(index); found != kept_.end()) {
+    shown_ = std::move(found->second);
+    kept_.erase(found);
+    return;
+  }
+  if (package_.forms[index].loaded) load(index, problems);
+}
+
+void Session::load(size_t index, std::vector<std::string>& problems) {
+  const FormEntry& entry = package_.forms[index];
+  std::vector<std::string> found;
+  shown_.form = std::make_unique<host::HostForm>(
+      host::HostForm::load(entry.document, found, entry.title + " (" + entry.file + ")"));
+  for (const host::PlacedControl& placed : shown_.form->controls()) {
     if (auto frame = queryInterface<IDtmControl>(placed.control)) {
       frame->IDTMControl_Init(host_);
       frame->IDtmControl_DtmContainer(host_);
     }
   }
   for (const Binding& binding : entry.bindings) {
-    ControlFrame* control = form_->find(binding.control);
+    ControlFrame* control = shown_.form->find(binding.control);
     if (!control) {
-      problems.push_back(entry.title + ": no control " + binding.control + " on the form");
+      found.push_back(entry.title + ": no control " + binding.control + " on the form");
       continue;
     }
     Bound bound{control, binding.parameter, {}, {}, nullptr};
     try {
-      bind(bound, binding, problems);
+      bind(bound, binding);
     } catch (const VbError& error) {
-      problems.push_back(entry.title + ": " + binding.control + " can't be bound (" + error.what() +
-                         ")");
+      found.push_back(entry.title + ": " + binding.control + " can't be bound (" + error.what() +
+                      ")");
       continue;
     }
-    bound_.push_back(std::move(bound));
+    shown_.bound.push_back(std::move(bound));
   }
-  for (Bound& bound : bound_) push(bound, true);
+  for (Bound& bound : shown_.bound) push(bound, true);
+  for (const std::string& problem : found) tell(problems, problem);
 }
 
-void Session::bind(Bound& bound, const Binding& binding, std::vector<std::string>&) {
+void Session::bind(Bound& bound, const Binding& binding) {
   const Parameter* parameter = package_.parameter(binding.parameter);
   const Ref<Object> control = bound.control->shared_from_this();
   if (bound.control->hasMember("IDtmControl_Name") && parameter) {
@@ -227,12 +283,38 @@ void Session::tick(double seconds) {
     if (p.behaviour == "process" || p.behaviour == "status")
       host_->device.define(p.name, moving(p));
   }
-  for (Bound& bound : bound_) push(bound, false);
+  for (Bound& bound : shown_.bound) push(bound, false);
+  for (auto& [index, open] : kept_) {
+    for (Bound& bound : open.bound) push(bound, false);
+  }
 }
 
-std::vector<std::string> Session::apply() {
+std::vector<std::string> Session::hotParameters(OpenForm& open) {
+  std::vector<std::string> hot;
+  for (Bound& bound : open.bound) {
+    auto data = queryInterface<IDTMDataControl>(bound.control->shared_from_this());
+    if (data && data->IDTMDataControl_Hot() && package_.parameter(bound.parameter)) {
+      hot.push_back(bound.parameter);
+    }
+  }
+  return hot;
+}
+
+std::vector<std::string> Session::unappliedEdits() {
+  std::vector<std::string> edits;
+  const auto add = [&](size_t index, OpenForm& open) {
+    for (const std::string& parameter : hotParameters(open)) {
+      edits.push_back(package_.forms[index].title + ": " + parameter);
+    }
+  };
+  if (formIndex_) add(*formIndex_, shown_);
+  for (auto& [index, open] : kept_) add(index, open);
+  return edits;
+}
+
+std::vector<std::string> Session::write(OpenForm& open) {
   std::vector<std::string> written;
-  for (Bound& bound : bound_) {
+  for (Bound& bound : open.bound) {
     auto data = queryInterface<IDTMDataControl>(bound.control->shared_from_this());
     if (!data || !data->IDTMDataControl_Hot() || !package_.parameter(bound.parameter)) continue;
     Variant value = data->IDTMDataControl_Value();
@@ -252,47 +334,64 @@ std::vector<std::string> Session::apply() {
   return written;
 }
 
+std::vector<std::string> Session::apply() {
+  std::vector<std::string> written = write(shown_);
+  for (auto& [index, open] : kept_) {
+    for (std::string& line : write(open)) written.push_back(std::move(line));
+    open.close();
+  }
+  kept_.clear();
+  return written;
+}
+
+void Session::discard(std::vector<std::string>& problems) {
+  for (auto& [index, open] : kept_) open.close();
+  kept_.clear();
+  if (!formIndex_ || !shown_.form) return;
+  shown_.close();
+  load(*formIndex_, problems);
+}
+
 bool Session::validate(const std::string& item, const Variant& value, std::string& errorText) {
   const Parameter* parameter = package_.parameter(item);
   if (!parameter || !parameter->validators) return true;
+  try {
+    return check(*parameter, value, errorText);
+  } catch (const VbError& error) {
+    const std::string problem =
+        item + ": its validators can't be used (" + std::string(error.what()) + ")";
+    if (told_.insert(problem).second && onProblem) onProblem(problem);
+    errorText = "The value can't be checked: the device's rules for " + item + " are broken.";
+    return false;
+  }
+}
+
+bool Session::check(const Parameter& parameter, const Variant& value, std::string& errorText) {
   const auto localized = [this](const std::string& key) {
     const auto found = package_.texts.find(key);
     return found == package_.texts.end() ? key : found->second;
   };
-  // The range validator compares text; a numeric item's range is compared as numbers here.
-  if (numericType(parameter->dataItem)) {
-    const Ref<platform::XmlNodeList> rules = parameter->validators->childNodes();
-    for (int32_t i = 0; i < rules->length(); ++i) {
-      const Ref<platform::XmlNode> rule = rules->item(i);
-      if (!rule || rule->nodeName() != "rangeValidation") continue;
-      const std::string message = platform::attributeValue(rule, "errorString").value_or("");
-      try {
-        const double number = value.toDouble();
-        const double low = Variant(platform::attributeValue(rule, "min").value_or("")).toDouble();
-        const double high = Variant(platform::attributeValue(rule, "max").value_or("")).toDouble();
-        if (number < low || number > high) {
-          errorText = localized(message);
-          return false;
-        }
-      } catch (const VbError&) {
-        errorText = localized(message);
-        return false;
-      }
+  const Ref<platform::XmlNode>& rules = parameter.validators;
+  if (numericType(parameter.dataItem)) {
+    std::string message;
+    if (!numericRange(rules, value, message)) {
+      errorText = localized(message);
+      return false;
     }
   } else {
     RangeValidator range;
-    if (!range.Validate(parameter->validators, "", value)) {
+    if (!range.Validate(rules, "", value)) {
       errorText = localized(range.ErrorString());
       return false;
     }
   }
   LengthValidator length;
-  if (!length.Validate(parameter->validators, value)) {
+  if (!length.Validate(rules, value)) {
     errorText = localized(length.ErrorString());
     return false;
   }
   DiscreteValidator discrete;
-  if (!discrete.Validate(parameter->validators, "", value)) {
+  if (!discrete.Validate(rules, "", value)) {
     errorText = localized(discrete.ErrorString());
     return false;
   }

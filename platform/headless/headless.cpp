@@ -92,6 +92,8 @@ std::vector<VbError> Backend::takeUnhandledErrors() {
   return errors;
 }
 
+Backend::Backend() : clock_([](const platform::Handler& handler) { userAction(handler); }) {}
+
 std::unique_ptr<platform::UserControl> Backend::createUserControl(const std::string& className) {
   return std::make_unique<UserControl>(className, nullptr, nextHandle());
 }
@@ -883,80 +885,6 @@ void ScrollBar::clickTrack(int32_t direction) {
   });
 }
 
-// ---- Timer, Clock ----
-
-Timer::Timer(std::string name) : name_(std::move(name)) { current().clock().add(*this); }
-
-Timer::~Timer() {
-  if (auto backend = installedBackend().lock()) backend->clock().remove(*this);
-}
-
-void Timer::Interval(int32_t milliseconds) {
-  if (milliseconds == interval_) return;
-  interval_ = milliseconds;
-  restart();
-}
-
-void Timer::Enabled(bool value) {
-  if (value == enabled_) return;
-  enabled_ = value;
-  restart();
-}
-
-void Timer::restart() {
-  if (auto backend = installedBackend().lock()) {
-    next_ = backend->clock().seconds() + interval_ / 1000.0;
-  }
-}
-
-std::optional<double> Timer::due() const {
-  if (!enabled_ || interval_ <= 0) return std::nullopt;
-  return next_;
-}
-
-void Timer::fire() {
-  next_ += interval_ / 1000.0;
-  userAction([&] { raise(events.Timer); });
-}
-
-void Clock::remove(Timer& timer) { std::erase(timers_, &timer); }
-
-platform::LocalTime Clock::now() {
-  const double days = std::floor(seconds_ / 86400);
-  const CalendarDate date = calendarFromSerial(days);
-  double rest = seconds_ - days * 86400;
-  platform::LocalTime time;
-  time.year = date.year;
-  time.month = date.month;
-  time.day = date.day;
-  time.hour = static_cast<int32_t>(rest / 3600);
-  rest -= time.hour * 3600.0;
-  time.minute = static_cast<int32_t>(rest / 60);
-  time.second = rest - time.minute * 60.0;
-  return time;
-}
-
-void Clock::set(const platform::LocalTime& time) {
-  seconds_ = serialFromCalendar(time.year, time.month, time.day) * 86400 + time.hour * 3600.0 +
-             time.minute * 60.0 + time.second;
-  for (Timer* timer : timers_) timer->restart();
-}
-
-void Clock::advance(double seconds) {
-  const double end = seconds_ + std::max(0.0, seconds);
-  for (;;) {
-    Timer* next = nullptr;
-    for (Timer* timer : timers_) {
-      const auto due = timer->due();
-      if (due && *due <= end && (!next || *due < *next->due())) next = timer;
-    }
-    if (!next) break;
-    seconds_ = std::max(seconds_, *next->due());
-    next->fire();
-  }
-  seconds_ = end;
-}
-
 // ---- UserControl ----
 
 UserControl::UserControl(std::string className, UserControl* parent, platform::WindowHandle handle)
@@ -1033,7 +961,7 @@ std::unique_ptr<platform::ScrollBar> UserControl::createScrollBar(const std::str
 }
 
 std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& name) {
-  return std::make_unique<Timer>(name);
+  return current().clock().createTimer(name);
 }
 
 std::unique_ptr<platform::CheckBox> UserControl::createCheckBox(const std::string& name) {

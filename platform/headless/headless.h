@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/chart_viewer.h"
+#include "platform/settable_clock.h"
 #include "platform/widgets.h"
 #include "values/locale.h"
 #include "values/text.h"
@@ -85,31 +86,13 @@ class FixedTextMeasure : public platform::TextMeasure {
                int32_t& height) override;
 };
 
-class Timer;
-
 // The clock of the headless backend: set by tests, and moved on by them. Timers fire as the
 // clock passes their moments, in order, each handler running between the others; no test sleeps.
-class Clock : public platform::Clock {
- public:
-  platform::LocalTime now() override;
-  // The clock at a moment of local time; timers count from there.
-  void set(const platform::LocalTime& time);
-  // The clock `seconds` on, firing every timer that falls due on the way.
-  void advance(double seconds);
-  // Seconds since 30 December 1899 00:00, local time.
-  double seconds() const { return seconds_; }
-
-  void add(Timer& timer) { timers_.push_back(&timer); }
-  void remove(Timer& timer);
-
- private:
-  // 23 November 2026, 12:00: the same start on every machine.
-  double seconds_ = 46349.5 * 86400;
-  std::vector<Timer*> timers_;
-};
+using Clock = platform::SettableClock;
 
 class Backend : public platform::Backend {
  public:
+  Backend();
   std::unique_ptr<platform::UserControl> createUserControl(const std::string& className) override;
   platform::Clipboard& clipboard() override { return clipboard_; }
   Tooltips& tooltips() override { return tooltips_; }
@@ -670,30 +653,6 @@ class ShortcutBar : public Widget<platform::ShortcutBar> {
   int32_t repaints_ = 0;
   int16_t align_ = 0;
   bool redraw_ = true;
-};
-
-class Timer : public platform::Timer {
- public:
-  explicit Timer(std::string name);
-  ~Timer() override;
-  const std::string& Name() const override { return name_; }
-  int32_t Interval() const override { return interval_; }
-  void Interval(int32_t milliseconds) override;
-  bool Enabled() const override { return enabled_; }
-  void Enabled(bool value) override;
-
-  // When it fires next, in the clock's seconds; none while it doesn't run.
-  std::optional<double> due() const;
-  // The clock has reached its moment: Timer, and the next moment.
-  void fire();
-  // The count starts anew from the clock's present moment.
-  void restart();
-
- private:
-  std::string name_;
-  int32_t interval_ = 0;
-  bool enabled_ = false;
-  double next_ = 0;
 };
 
 class UserControl : public platform::UserControl {

@@ -208,8 +208,13 @@ struct TooltipWindow {
 
 class Backend : public platform::Backend, public platform::TooltipService {
  public:
-  Backend() {
+  explicit Backend(Time time) {
     tooltipTime_.start();
+    if (time == Time::Driven) {
+      driven_ = std::make_unique<platform::SettableClock>(
+          [](const platform::Handler& handler) { userAction(handler); });
+      driven_->set(clock_.now());
+    }
     pending_.setSingleShot(true);
     QObject::connect(&pending_, &QTimer::timeout, [this] { showPendingTooltip(); });
     focus_ = QObject::connect(qApp, &QApplication::focusChanged, focusMoved);
@@ -222,7 +227,10 @@ class Backend : public platform::Backend, public platform::TooltipService {
   platform::Clipboard& clipboard() override { return clipboard_; }
   platform::TooltipService& tooltips() override { return *this; }
   platform::TextMeasure& textMeasure() override { return measure_; }
-  platform::Clock& clock() override { return clock_; }
+  platform::Clock& clock() override {
+    return driven_ ? static_cast<platform::Clock&>(*driven_) : clock_;
+  }
+  platform::SettableClock* drivenClock() { return driven_.get(); }
 
   // ---- Tooltips ----
   platform::WindowHandle createTooltipWindow(platform::WindowHandle parent, int32_t) override {
@@ -379,6 +387,7 @@ class Backend : public platform::Backend, public platform::TooltipService {
   Clipboard clipboard_;
   TextMeasure measure_;
   Clock clock_;
+  std::unique_ptr<platform::SettableClock> driven_;
   std::vector<TooltipWindow> tooltips_;
   QTimer pending_;
   platform::WindowHandle pendingFrom_ = 0;
@@ -438,13 +447,18 @@ int32_t twipsOf(int32_t pixels) {
 
 double chartScale() { return dotsPerInch() / 96.0; }
 
-std::shared_ptr<Backend> install() {
+std::shared_ptr<Backend> install(Time time) {
   if (!qApp) throw VbError(err::Failed, "The Qt backend needs a QApplication on this thread");
-  auto backend = std::make_shared<Backend>();
+  auto backend = std::make_shared<Backend>(time);
   platform::setBackend(backend);
   installedBackend() = backend;
   setLocale(std::make_shared<SystemLocale>());
   return backend;
+}
+
+platform::SettableClock* drivenClock() {
+  auto backend = installedBackend().lock();
+  return backend ? backend->drivenClock() : nullptr;
 }
 
 Backend& current() {
@@ -637,6 +651,7 @@ std::unique_ptr<platform::ScrollBar> UserControl::createScrollBar(const std::str
 }
 
 std::unique_ptr<platform::Timer> UserControl::createTimer(const std::string& name) {
+  if (platform::SettableClock* driven = drivenClock()) return driven->createTimer(name);
   return std::make_unique<Timer>(name);
 }
 

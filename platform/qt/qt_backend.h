@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/settable_clock.h"
 #include "platform/widgets.h"
 #include "values/vb_error.h"
 
@@ -17,11 +18,22 @@ namespace tessaline::qt {
 
 class Backend;
 
+// Where the platform clock's time comes from. Wall: the system's clock, and timers that Qt runs
+// in real time. Driven: a clock that starts at the present moment and stands still until the
+// application moves it on (drivenClock()), firing the controls' timers as it passes their
+// moments, as the headless backend's clock does: for an application that simulates time, such
+// as a device run faster than real time.
+enum class Time { Wall, Driven };
+
 // Installs a fresh Qt backend on this thread, with the system's number format as the locale
 // service (US English where the system names none) and the system clipboard.
-std::shared_ptr<Backend> install();
+std::shared_ptr<Backend> install(Time time = Time::Wall);
 // The Qt backend installed on this thread; a failure that says so where there is none.
 Backend& current();
+
+// The installed backend's driven clock; null when it runs on the wall clock (or none is
+// installed).
+platform::SettableClock* drivenClock();
 
 // The Qt widget behind a composite control's window or behind one of its children: what a
 // host places in its own windows, and what tests act on as a user.

@@ -28,20 +28,32 @@ constexpr std::uintmax_t kLargestFile = 256u << 20;
 // Arrays within arrays, as deep as a reader follows them.
 constexpr int kDeepestArray = 16;
 
+// What a reader found wrong and where; it becomes the file's error, or a line of what a lenient
+// reading left out.
+struct Broken {
+  ptrdiff_t offset;
+  std::string what;
+};
+
 class Reader {
  public:
   explicit Reader(std::string_view text) : text_(text) {}
 
   [[noreturn]] void fail(ptrdiff_t offset, const std::string& what) const {
-    std::string where;
-    if (offset >= 0 && static_cast<size_t>(offset) <= text_.size()) {
-      const auto line = 1 + std::count(text_.begin(), text_.begin() + offset, '\n');
-      where = "line " + std::to_string(line) + ": ";
-    }
-    throw VbError(err::FileLoadError, "Error loading from file: " + where + what);
+    throw Broken{offset, what};
   }
   [[noreturn]] void fail(const pugi::xml_node& node, const std::string& what) const {
     fail(node.offset_debug(), what);
+  }
+  // "line 7: ", or nothing where the offset is no place in the text.
+  std::string where(ptrdiff_t offset) const {
+    if (offset < 0 || static_cast<size_t>(offset) > text_.size()) return {};
+    const auto line = 1 + std::count(text_.begin(), text_.begin() + offset, '\n');
+    return "line " + std::to_string(line) + ": ";
+  }
+  VbError error(const Broken& broken) const {
+    return VbError(err::FileLoadError,
+                   "Error loading from file: " + where(broken.offset) + broken.what);
   }
 
  private:
@@ -453,8 +465,12 @@ int32_t twips(const Reader& reader, const pugi::xml_node& node, const char* name
 
 }  // namespace
 
-FormDocument parseForm(std::string_view text) {
-  const Reader reader(text);
+namespace {
+
+// With `skipped`, a control or a property that can't be read is left out and told there; without
+// it, the first fault ends the reading.
+FormDocument readForm(const Reader& reader, std::string_view text,
+                      std::vector<std::string>* skipped) {
   if (trimWhitespace(text).empty()) reader.fail(-1, "the file is empty");
   if (!isUtf8(text)) reader.fail(-1, "the file is not UTF-8 text");
   pugi::xml_document document;
@@ -471,24 +487,80 @@ FormDocument parseForm(std::string_view text) {
   form.width = twips(reader, root, "width");
   form.height = twips(reader, root, "height");
   const ValueReader values(reader);
+  const auto leaveOut = [&](const Broken& broken, const std::string& what) {
+    if (!skipped) throw broken;
+    skipped->push_back(reader.where(broken.offset) + what + ": " + broken.what);
+  };
   for (pugi::xml_node node : root.children("control")) {
     FormControl control;
-    control.progId = node.attribute("progId").value();
-    if (control.progId.empty()) reader.fail(node, "a control has no progId");
     control.name = node.attribute("name").value();
-    control.left = twips(reader, node, "left");
-    control.top = twips(reader, node, "top");
-    control.width = twips(reader, node, "width");
-    control.height = twips(reader, node, "height");
-    control.tabIndex = twips(reader, node, "tabIndex");
+    const std::string called = control.name.empty() ? "a control without a name" : control.name;
+    try {
+      control.progId = node.attribute("progId").value();
+      if (control.progId.empty()) reader.fail(node, "a control has no progId");
+      control.left = twips(reader, node, "left");
+      control.top = twips(reader, node, "top");
+      control.width = twips(reader, node, "width");
+      control.height = twips(reader, node, "height");
+      control.tabIndex = twips(reader, node, "tabIndex");
+    } catch (const Broken& broken) {
+      leaveOut(broken, called + " is left out");
+      continue;
+    }
     for (pugi::xml_node property : node.children("property")) {
       const std::string name = property.attribute("name").value();
-      if (name.empty()) reader.fail(property, "a property has no name");
-      control.properties.put(name, values.read(property, 0));
+      try {
+        if (name.empty()) reader.fail(property, "a property has no name");
+        control.properties.put(name, values.read(property, 0));
+      } catch (const Broken& broken) {
+        leaveOut(broken, called + ", property " + (name.empty() ? "without a name" : name) +
+                             " is left out");
+      }
     }
     form.controls.push_back(std::move(control));
   }
   return form;
+}
+
+FormDocument readText(std::string_view text, std::vector<std::string>* skipped) {
+  const Reader reader(text);
+  try {
+    return readForm(reader, text, skipped);
+  } catch (const Broken& broken) {
+    throw reader.error(broken);
+  }
+}
+
+std::string fileText(const std::string& path) {
+  std::error_code failure;
+  if (!std::filesystem::is_regular_file(path, failure)) {
+    throw VbError(err::FileNotFound, "File not found: " + path);
+  }
+  if (std::filesystem::file_size(path, failure) > kLargestFile) {
+    throw VbError(err::FileLoadError, "Error loading from file: " + path + " is too large");
+  }
+  std::ifstream file(path, std::ios::binary);
+  std::stringstream content;
+  content << file.rdbuf();
+  if (!file.good() && !file.eof()) throw VbError(err::FileNotFound, "File not found: " + path);
+  return content.str();
+}
+
+FormDocument readFile(const std::string& path, std::vector<std::string>* skipped) {
+  const std::string text = fileText(path);
+  try {
+    return readText(text, skipped);
+  } catch (const VbError& error) {
+    throw VbError(error.number(), error.description() + " (" + path + ")");
+  }
+}
+
+}  // namespace
+
+FormDocument parseForm(std::string_view text) { return readText(text, nullptr); }
+
+FormDocument parseForm(std::string_view text, std::vector<std::string>& skipped) {
+  return readText(text, &skipped);
 }
 
 std::string formText(const FormDocument& form) {
@@ -520,23 +592,10 @@ std::string formText(const FormDocument& form) {
   return out.str();
 }
 
-FormDocument loadForm(const std::string& path) {
-  std::error_code failure;
-  if (!std::filesystem::is_regular_file(path, failure)) {
-    throw VbError(err::FileNotFound, "File not found: " + path);
-  }
-  if (std::filesystem::file_size(path, failure) > kLargestFile) {
-    throw VbError(err::FileLoadError, "Error loading from file: " + path + " is too large");
-  }
-  std::ifstream file(path, std::ios::binary);
-  std::stringstream content;
-  content << file.rdbuf();
-  if (!file.good() && !file.eof()) throw VbError(err::FileNotFound, "File not found: " + path);
-  try {
-    return parseForm(content.str());
-  } catch (const VbError& error) {
-    throw VbError(error.number(), error.description() + " (" + path + ")");
-  }
+FormDocument loadForm(const std::string& path) { return readFile(path, nullptr); }
+
+FormDocument loadForm(const std::string& path, std::vector<std::string>& skipped) {
+  return readFile(path, &skipped);
 }
 
 namespace {

@@ -48,9 +48,15 @@ struct FormDocument {
 };
 
 FormDocument parseForm(std::string_view text);
+// A lenient reading for a host that shows what it can: a control whose class or place can't be
+// read, and a property whose name or value can't be, is left out and told in `skipped` with its
+// line ("line 7: Setpoint, property Value is left out: "notanumber" is no Double"); the rest of
+// the form loads. A file that is no form at all raises as above.
+FormDocument parseForm(std::string_view text, std::vector<std::string>& skipped);
 std::string formText(const FormDocument& form);
 
 FormDocument loadForm(const std::string& path);
+FormDocument loadForm(const std::string& path, std::vector<std::string>& skipped);
 // Writes a temporary file beside the target and renames it over the target once complete.
 void saveForm(const std::string& path, const FormDocument& form);
 
