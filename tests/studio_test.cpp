@@ -10,6 +10,7 @@
 #include "action/function_button.h"
 #include "action/launch_button.h"
 #include "apps/studio/session.h"
+#include "display/data_label.h"
 #include "entry/data_combo_box.h"
 #include "entry/data_text_box.h"
 #include "gauges/data_gauge.h"
@@ -130,6 +131,34 @@ bool told(const std::vector<std::string>& problems, std::initializer_list<std::s
       return line.find(word) != std::string::npos;
     });
   });
+}
+
+// A value that a control refuses with a failed call (a data trend given text) is told once;
+// the session, and the window's timer that runs it, go on.
+TEST_F(Studio, AValueThatAControlRefusesIsToldOnceAndTheDeviceRunsOn) {
+  write("device.xml", R"(<device name="Pump"><parameters>
+    <parameter name="Word" value="no number"><dataItem name="Word" type="float"/></parameter>
+    <parameter name="PV" value="5" behaviour="process" low="0" high="10" period="60"/>
+  </parameters><forms><form file="forms/main.xml" title="Main">
+    <bind control="Trend" parameter="Word"/><bind control="Meter" parameter="PV"/>
+  </form></forms></device>)");
+  write("forms/main.xml", R"(<form name="Main" width="12000" height="7000">
+  <control progId="Tessaline.DTMDataTrendControl" name="Trend" left="0" top="0" width="10000"
+           height="6000" tabIndex="0"/>
+  <control progId="Tessaline.DTMDataLabel" name="Meter" left="0" top="6200" width="3000"
+           height="360" tabIndex="1"/></form>)");
+  session = std::make_unique<studio::Session>(load());
+  std::vector<std::string> told;
+  session->onProblem = [&](const std::string& problem) { told.push_back(problem); };
+  session->openForm(0, problems);
+  // The device moves on to another text: told once all the same.
+  session->host().device.define("Word", Variant("still none"));
+  for (int tick = 0; tick < 8; ++tick) session->tick(0.25);
+  ASSERT_EQ(problems.size(), 1u) << ::testing::PrintToString(problems);
+  EXPECT_NE(problems[0].find("Word: a control refused the device's value"), std::string::npos);
+  EXPECT_EQ(told, std::vector<std::string>{});
+  auto& label = dynamic_cast<DTMDataLabel&>(*session->form()->find("Meter"));
+  EXPECT_NE(label.IDTMDataControl_Value(), Variant("5")) << "the process value moves on";
 }
 
 TEST_F(Studio, ABrokenPackageShowsWhatItCanAndNamesEachProblem) {

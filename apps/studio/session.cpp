@@ -127,7 +127,7 @@ void Session::load(size_t index, std::vector<std::string>& problems) {
     }
     shown_.bound.push_back(std::move(bound));
   }
-  for (Bound& bound : shown_.bound) push(bound, true);
+  for (Bound& bound : shown_.bound) offer(bound, true, problems);
   for (const std::string& problem : found) tell(problems, problem);
 }
 
@@ -283,9 +283,23 @@ void Session::tick(double seconds) {
     if (p.behaviour == "process" || p.behaviour == "status")
       host_->device.define(p.name, moving(p));
   }
-  for (Bound& bound : shown_.bound) push(bound, false);
+  std::vector<std::string> problems;
+  for (Bound& bound : shown_.bound) offer(bound, false, problems);
   for (auto& [index, open] : kept_) {
-    for (Bound& bound : open.bound) push(bound, false);
+    for (Bound& bound : open.bound) offer(bound, false, problems);
+  }
+  if (onProblem) {
+    for (const std::string& problem : problems) onProblem(problem);
+  }
+}
+
+// A control refuses a value as a failed call to its host: told once, and the others go on.
+void Session::offer(Bound& bound, bool force, std::vector<std::string>& problems) {
+  try {
+    push(bound, force);
+  } catch (const VbError& error) {
+    tell(problems,
+         bound.parameter + ": a control refused the device's value (" + error.what() + ")");
   }
 }
 

@@ -104,6 +104,8 @@ class Session {
   bool check(const Parameter& parameter, const Variant& value, std::string& errorText);
   std::vector<std::string> hotParameters(OpenForm& open);
   std::vector<std::string> write(OpenForm& open);
+  // push, with a control's refusal told as a problem.
+  void offer(Bound& bound, bool force, std::vector<std::string>& problems);
   // A problem goes to `problems` the first time only.
   void tell(std::vector<std::string>& problems, const std::string& problem);
 
