@@ -124,6 +124,32 @@ TEST_P(Behaviour, TypingIntoANumberMarksTheEditAndReportsEachKeyRelease) {
   EXPECT_EQ(box->DTMStatusControl1().IDTMStatusControl_Mode(), 0);
 }
 
+// Punctuation reaches the key filter as the character typed, whatever key carries it: the
+// same characters pass and the same are refused on both backends.
+TEST_P(Behaviour, TypedPunctuationPassesTheSameFilterOnBothBackends) {
+  struct Case {
+    TextDataType type;
+    const char* format;
+    const char* typed;
+    const char* kept;
+  };
+  // Letters, digits and the blank alone for AlphaNumeric; a number's characters for Numbers;
+  // everything printable for Latin1 and PackedAscii.
+  const Case cases[] = {
+      {TextDataType::AlphaNumeric, "20s", "P-7 x.y,z/#_+", "P7 xyz"},
+      {TextDataType::Latin1, "20s", "a-b (c) [d] {e}", "a-b (c) [d] {e}"},
+      {TextDataType::Numbers, "5.2f", "-1x.5,", "-1.5"},
+      {TextDataType::PackedAscii, "20s", "TAG-01 @A", "TAG-01 @A"},
+  };
+  for (const Case& c : cases) {
+    auto box = make<DTMDataTextBox>();
+    box->TextType(c.type);
+    box->IDTMControlFormatter_EditFormat(c.format);
+    user->type(box->Text1(), c.typed);
+    EXPECT_EQ(box->Text1().Text(), c.kept) << c.typed;
+  }
+}
+
 TEST_P(Behaviour, TheHostsRefusalShowsInvalidAndTheTextStays) {
   auto box = make<DTMDataTextBox>();
   box->IDtmControl_Name("Flow");
