@@ -764,14 +764,24 @@ std::vector<std::string> pictureSeeds() {
 // ---- Saved forms
 // ---------------------------------------------------------------------------------
 
-// A form file's text, loaded into controls as a host loads it, saved again, and read back.
+// A form file's text, read strictly and leniently (as the studio reads it), loaded into
+// controls as a host loads it, saved again, and read back.
 void forms(const uint8_t* data, size_t size) {
   ensureEnvironment();
+  const std::string_view input = text(data, size);
   xml::FormDocument document;
+  std::vector<std::string> skipped;
   try {
-    document = xml::parseForm(text(data, size));
+    document = xml::parseForm(input, skipped);
   } catch (const VbError&) {
     return;
+  }
+  try {
+    const xml::FormDocument strict = xml::parseForm(input);
+    if (!skipped.empty() || strict.controls.size() != document.controls.size()) {
+      finding("a form that the strict reading takes whole lost parts in the lenient one");
+    }
+  } catch (const VbError&) {
   }
   // Every control is made, so a huge form costs time without finding more.
   if (document.controls.size() > 64) return;
