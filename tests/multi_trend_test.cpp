@@ -138,6 +138,22 @@ TEST_F(ChartControls, BandSeriesMoveFromTheirFirstValueAndTheItemDrivesTheSample
   EXPECT_EQ(host->errorLines().back().rfind("Error on createChart 13 ,Description = ", 0), 0u);
 }
 
+TEST_F(ChartControls, BandValuesAreOnlyStored) {
+  auto trend = multi();
+  auto& window = headless::user(trend->window());
+  window.takePropertyChanges();
+  log->clear();
+  trend->IDtmTrendControl_RangeHighValue(Variant(1));
+  trend->IDtmTrendControl_RangeLowValue(Variant(2));
+  trend->IDtmTrendControl_LimitHighValue(Variant(3));
+  trend->IDtmTrendControl_LimitLowValue(Variant(4));
+  trend->IDtmTrendControl_AlertHighValue(Variant(5));
+  trend->IDtmTrendControl_AlertLowValue(Variant(6));
+  EXPECT_EQ(window.takePropertyChanges(), std::vector<std::string>{});
+  EXPECT_TRUE(log->lines().empty());
+  EXPECT_EQ(trend->IDtmTrendControl_LimitLowValue(), Variant(4));
+}
+
 // ---- Drawing ------------------------------------------------------------------------------
 
 TEST_F(ChartControls, TheMultiTrendDrawsEveryLineOfItsBandsWithOneLegendEntryEach) {
@@ -348,6 +364,20 @@ TEST_F(WaveForm, HostileArraysDrawOrLogButNeverStopTheControl) {
   wave->IDtmWaveFormControl_DrawChart();
   EXPECT_EQ(host->errorLines().size(), 2u);
   EXPECT_TRUE(wave->ChartViewer1().Picture());
+}
+
+TEST_F(WaveForm, TheHostSetsItsWriteOnlyMembersByName) {
+  auto wave = make();
+  wave->let("IDtmWaveFormControl_SetXAxisValues", values({0, 10, 20}));
+  wave->let("IDtmWaveFormControl_SetYAxisValues", values({2, 5, 3}));
+  wave->let("IDtmWaveFormControl_SetXLowerValue", Variant(5));
+  wave->let("IDtmWaveFormControl_SetXUpperValue", Variant(25));
+  wave->let("IDtmWaveFormControl_SetXUnit", Variant("Hz"));
+  wave->let("IDtmWaveFormControl_SetYUnit", Variant("g"));
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_TRUE(drew("xAxis.setLinearScale(5, 25, 2.5, 0)"));
+  EXPECT_TRUE(drew("yAxis.setLinearScale(2, 5, 0.5, 0)"));
+  EXPECT_EQ(testing::errorOf([&] { wave->get("IDtmWaveFormControl_SetXUnit"); }), 438);
 }
 
 }  // namespace

@@ -112,28 +112,24 @@ void DTMMultiTrendControl::IDtmTrendControl_ItemValue(const Variant& value) {
   frame_->viewer().updateViewPort(true, false);
 }
 
-void DTMMultiTrendControl::storeBandValue(Line line, const Variant& value, const char* property) {
-  values_[line] = value;
-  PropertyChanged(property);
-}
-
+// A band value is a sample in waiting, not a setting of the form: nothing is marked changed.
 void DTMMultiTrendControl::IDtmTrendControl_RangeHighValue(const Variant& value) {
-  storeBandValue(kRangeHigh, value, "IDtmTrendControl_RangeHighValue");
+  values_[kRangeHigh] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_RangeLowValue(const Variant& value) {
-  storeBandValue(kRangeLow, value, "IDtmTrendControl_RangeLowValue");
+  values_[kRangeLow] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_AlertHighValue(const Variant& value) {
-  storeBandValue(kAlertHigh, value, "IDtmTrendControl_AlertHighValue");
+  values_[kAlertHigh] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_AlertLowValue(const Variant& value) {
-  storeBandValue(kAlertLow, value, "IDtmTrendControl_AlertLowValue");
+  values_[kAlertLow] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_LimitHighValue(const Variant& value) {
-  storeBandValue(kLimitHigh, value, "IDtmTrendControl_LimitHighValue");
+  values_[kLimitHigh] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_LimitLowValue(const Variant& value) {
-  storeBandValue(kLimitLow, value, "IDtmTrendControl_LimitLowValue");
+  values_[kLimitLow] = value;
 }
 
 void DTMMultiTrendControl::IDtmTrendControl_XLabel(const std::string& value) {
@@ -257,7 +253,7 @@ void DTMMultiTrendControl::scaleYAxis(platform::chart::XYPlot& chart,
   const bool takeRange = axisMin_ == axisMax_ || viewer.ZoomDirection() == 0;
   if (viewer.MouseUsage() == 0) {
     y->setLinearScale(lowerRangeValue_, upperRangeValue_,
-                      (upperRangeValue_ - lowerRangeValue_) / 10, 0);
+                      checkedSub(upperRangeValue_, lowerRangeValue_) / 10, 0);
     if (takeRange) {
       axisMin_ = y->getMinValue();
       axisMax_ = y->getMaxValue();

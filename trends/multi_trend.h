@@ -123,7 +123,6 @@ class DTMMultiTrendControl : public HostFedChart,
     kItem,
     kLines
   };
-  void storeBandValue(Line line, const Variant& value, const char* property);
   void ReadTrendNode();
   void readBand(const Ref<platform::XmlNode>& node, const char* child, RangeSource& band);
   void appendSample();
