@@ -53,6 +53,10 @@ class Trends : public testing::HeadlessTest {
     }
     return {start, lines.end()};
   }
+  bool drew(const std::string& call) const {
+    const auto lines = lastDrawing();
+    return std::find(lines.begin(), lines.end(), call) != lines.end();
+  }
 
   static size_t samples(const std::vector<double>& stamps) {
     size_t n = 0;
@@ -255,6 +259,22 @@ TEST_F(Trends, TheDataTrendsFirstValuesOfZeroAndBelowZero) {
   EXPECT_TRUE(log->lines().empty());
 }
 
+TEST_F(Trends, AValueWhoseLimitsLeaveTheDoublesFailsToTheHostAndChangesNothing) {
+  auto trend = make<DTMDataTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  log->clear();
+  for (double value : {1.7e308, -1.7e308}) {
+    EXPECT_EQ(testing::errorOf([&] {
+                trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(value));
+              }),
+              err::Overflow);
+  }
+  EXPECT_EQ(trend->axisMin(), 85);
+  EXPECT_EQ(trend->axisMax(), 115);
+  EXPECT_EQ(trend->IDTMDataControl_Value(), Variant("100"));
+  EXPECT_TRUE(log->lines().empty());
+}
+
 TEST_F(Trends, TheDataTrendsUnitShowsItsEntryOrItself) {
   auto trend = make<DTMDataTrendControl>();
   trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(5.0));
@@ -361,7 +381,44 @@ TEST_F(Trends, TheFastTrendsUnitAndTooltip) {
   EXPECT_EQ(items, (std::vector<Variant>{Variant("Unit"), Variant("PV")}));
 }
 
+TEST_F(Trends, TheFastTrendKeepsOneTooltipWindowAndTakesItAlong) {
+  const headless::Tooltips& tips = headless::current().tooltips();
+  auto trend = make<DTMDynamicTrendControl>();
+  for (int i = 0; i < 3; ++i) {
+    trend->IDTMDataControl_DataItemDef(testing::element("<dataItem name='PV' description='d'/>"));
+  }
+  EXPECT_EQ(tips.liveCount(), 1u);
+  trend.reset();
+  EXPECT_EQ(tips.liveCount(), 0u);
+}
+
+TEST_F(Trends, AFailureWhileTheFastTrendTakesItsDataItemGoesToTheCaller) {
+  auto trend = make<DTMDynamicTrendControl>();
+  host->onCall = [](const host::HostCall& call) {
+    if (call.operation == "GetLocalizedString") throw VbError(err::ObjectNotSet);
+  };
+  EXPECT_EQ(testing::errorOf([&] {
+              trend->IDTMDataControl_DataItemDef(
+                  testing::element("<dataItem name='PV' description='d'/>"));
+            }),
+            91);
+  host->onCall = nullptr;
+  EXPECT_TRUE(host->errorLines().empty());
+}
+
 // ---- Both --------------------------------------------------------------------------------
+
+TEST_F(Trends, ANewUnitTextShowsAsGivenWithoutTranslation) {
+  host->translations["psi"] = "Pfund";
+  const auto check = [&](auto trend) {
+    trend->IDTMEnumeration1_UpdateEnumString("1137", "psi");
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(5.0));
+    EXPECT_TRUE(drew("yAxis.setTitle(\"psi\", \"arialbd.ttf\", 10, -65534)"));
+  };
+  check(make<DTMDataTrendControl>());
+  check(make<DTMDynamicTrendControl>());
+}
 
 TEST_F(Trends, HostileValuesClocksAndViewportsNeverBreakATrend) {
   auto data = make<DTMDataTrendControl>();

@@ -7,6 +7,7 @@
 #include "support/resources.h"
 #include "values/dates.h"
 #include "values/text.h"
+#include "values/vb_error.h"
 
 namespace tessaline {
 
@@ -94,15 +95,27 @@ void ChartFrame::showChildren(bool visible) {
 }
 
 std::pair<double, double> ChartFrame::visibleRange(double axisMin, double axisMax) {
-  const double span = axisMax - axisMin;
+  const double span = checkedSub(axisMax, axisMin);
   const double top = viewer_->ViewPortTop(), height = viewer_->ViewPortHeight();
-  return {axisMax - (top + height) * span, axisMax - top * span};
+  return {checkedSub(axisMax, checkedMul(checkedAdd(top, height), span)),
+          checkedSub(axisMax, checkedMul(top, span))};
 }
 
 void ChartFrame::handOver(platform::chart::XYPlot& chart) {
   viewer_->Picture(nullptr);
   viewer_->Picture(platform::PictureFromBytes(chart.makeChart2(2)));
 }
+
+namespace {
+double overflowChecked(double result, double a, double b) {
+  if (std::isinf(result) && std::isfinite(a) && std::isfinite(b)) throw VbError(err::Overflow);
+  return result;
+}
+}  // namespace
+
+double checkedAdd(double a, double b) { return overflowChecked(a + b, a, b); }
+double checkedSub(double a, double b) { return overflowChecked(a - b, a, b); }
+double checkedMul(double a, double b) { return overflowChecked(a * b, a, b); }
 
 double chartNow() {
   const platform::LocalTime now = platform::backend().clock().now();

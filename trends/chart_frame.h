@@ -79,6 +79,13 @@ class ChartFrame {
   std::unique_ptr<platform::Timer> ChartUpdateTimer_, DataRateTimer_;
 };
 
+// Double arithmetic as the platform does it: a result of finite operands that lies beyond the
+// largest double fails with 6 (overflow). Carried on as an infinity, it would stay in a range
+// that only grows and spoil every later scale.
+double checkedAdd(double a, double b);
+double checkedSub(double a, double b);
+double checkedMul(double a, double b);
+
 // chartNow: the platform clock's local time as chart time (seconds since 1 January of the year
 // 1), to the second, plus its seconds in millionths (a few microseconds at most).
 double chartNow();

@@ -69,11 +69,12 @@ void DTMDataTrendControl::IDtmDataSubscriptionControl_UpdateSubscriptionValues(
 
 void DTMDataTrendControl::CalculateRange(const Variant& value) {
   const double v = value.toDouble();
-  // A value that is no number goes into the store as a gap; it leaves the kept limits alone, so
-  // that the range doesn't start over behind it.
+  // A value that is no number or infinite goes into the store as a gap; it leaves the kept
+  // limits alone, so that the range doesn't start over behind it.
   if (!std::isfinite(v)) return;
-  const Variant lower = v == 0 ? Variant(-2.0) : Variant(v - v * 0.15);
-  const Variant upper = v == 0 ? Variant(2.0) : Variant(v + v * 0.15);
+  // A limit beyond the doubles fails here, before the value is stored or drawn.
+  const Variant lower = v == 0 ? Variant(-2.0) : Variant(checkedSub(v, v * 0.15));
+  const Variant upper = v == 0 ? Variant(2.0) : Variant(checkedAdd(v, v * 0.15));
   if (!rangeInitialized_) {
     logger_->Error(" GAUGE Prev Value Initialized for " + name_);
     previousLower_ = axisMin_ = lower;

@@ -48,11 +48,13 @@ void DTMDynamicTrendControl::IDTMControl_Init(Ref<GenericDtm> genericDtm) {
 void DTMDynamicTrendControl::IDTMDataControl_DataItemDef(Ref<Object> node) {
   dataItemNode_ = node;
   readDataItem(node, item_, kFirstTenAttributes);
-  guarded(*logger_, "Error on UpdateGuageControl", [&] {
-    tooltipText_ = LocalizeText(item_.Description);
-    const platform::WindowHandle viewer[] = {frame_->viewer().hWnd()};
-    tooltip_.create(*logger_, window_->hWnd(), viewer, tooltipText_);
-  });
+  // Only the tooltip's building catches its own failures; the rest goes to the caller, and the
+  // change is then not announced.
+  tooltipText_ = LocalizeText(item_.Description);
+  // One tool window per control: the one of an earlier dataItem goes first.
+  tooltip_.destroy();
+  const platform::WindowHandle viewer[] = {frame_->viewer().hWnd()};
+  tooltip_.create(*logger_, window_->hWnd(), viewer, tooltipText_);
   PropertyChanged("IDTMDataControl_DataItemDef");
 }
 

@@ -79,10 +79,7 @@ void SingleItemTrend::IDTMEnumeration_EnumDataDef(Ref<Object> node) {
 void SingleItemTrend::IDTMEnumeration1_UpdateEnumString(const std::string& code,
                                                         const std::string& Label) {
   for (EnumData& unit : units_.usedSlots()) {
-    if (unit.code == code) {
-      unit.Label = Label;
-      unit.Local = LocalizeText(Label);
-    }
+    if (unit.code == code) unit.Local = Label;
   }
 }
 

@@ -49,7 +49,7 @@ class SingleItemTrend : public DataMembers<NoDataControlInterface>,
   // The unit table.
   Ref<Object> IDTMEnumeration_EnumDataDef() override { return enumNode_; }
   void IDTMEnumeration_EnumDataDef(Ref<Object> node) override;
-  // A new text for the unit of that code.
+  // A new display text for the unit of that code, taken as the host gives it.
   void IDTMEnumeration1_UpdateEnumString(const std::string& code,
                                          const std::string& Label) override;
 
