@@ -156,58 +156,95 @@ TEST_F(ChartControls, BandValuesAreOnlyStored) {
 
 // ---- Drawing ------------------------------------------------------------------------------
 
-TEST_F(ChartControls, TheMultiTrendDrawsEveryLineOfItsBandsWithOneLegendEntryEach) {
-  host->evaluate = [](const std::string& expression) { return expression != "hasHigh"; };
-  auto trend = multi();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(100));
-  trend->IDtmTrendControl_ItemValue(Variant(40));
-  const auto lines = lastDrawing();
-  const std::vector<std::string> head = {
+// The calls of a multi-trend's drawing, in parts: everything up to its lines (the legend when
+// it has one, the clock read by the catching up), the item's line under its time axis, and the
+// ending (the exponent guard reads both ends).
+std::vector<std::string> head(bool legend) {
+  std::vector<std::string> calls = {
       "api.XYChart(738, 484, 16053492, 0, 0)",
       "chart.setPlotArea(95, 80, 538.74, 285.56, 16777215, -1, -1, 13421772, 13421772)",
       "chart.setClipping(0)",
       "chart.addTitle(\"Flow, last hour\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
       "api.glassEffect(3, 8, 5)",
-      "title.setBackground(14540253, 0, 16975877)",
-      "chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)",
-      "legend.setBackground(-16777216, -16777216, 0)",
-      "legend.setWidth(540)",
-      "yAxis.setTitle(\"m3/h\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setTickDensity(75, 15)",
-      "xAxis.setWidth(0)",
-      "yAxis.setWidth(0)",
-  };
-  ASSERT_GE(lines.size(), head.size());
-  EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + head.size()), head);
-  const std::vector<std::string> tail = {
-      "layer.setLineWidth(3)",
-      "layer.addDataSet(<array 0 to 1499>, \"16711680\", \"Flow\")",
-      "layer.setXData(<array 0 to 1499>)",
-      "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
+      "title.setBackground(14540253, 0, 16975877)"};
+  if (legend) {
+    calls.insert(calls.end(),
+                 {"chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)",
+                  "legend.setBackground(-16777216, -16777216, 0)", "legend.setWidth(540)"});
+  }
+  calls.insert(calls.end(), {"yAxis.setTitle(\"m3/h\", \"arialbd.ttf\", 10, -65534)",
+                             "xAxis.setTickDensity(75, 15)", "xAxis.setWidth(0)",
+                             "yAxis.setWidth(0)", "api.chartTime(2026, 11, 23, 8, 0, 0)"});
+  return calls;
+}
+std::vector<std::string> itemLine(double start) {
+  return {"xAxis.setDateScale(" + Variant(start).toText() + ", " + Variant(start + 3600).toText() +
+              ", 360, 0)",
+          "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
+          "chart.addLineLayer2(0, 0)",
+          "layer.setLineWidth(3)",
+          "layer.addDataSet(<array 0 to 1499>, \"16711680\", \"Flow\")",
+          "layer.setXData(<array 0 to 1499>)",
+          "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)"};
+}
+const std::vector<std::string> kEnd = {"yAxis.getMaxValue()", "yAxis.getMinValue()",
+                                       "chart.makeChart2(2)"};
+const std::vector<std::string> kExponentEnd = {"yAxis.getMaxValue()", "yAxis.getMinValue()",
+                                               "yAxis.setLabelFormat(\"{value|e5}\")",
+                                               "chart.makeChart2(2)"};
+std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> parts) {
+  std::vector<std::string> all;
+  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+constexpr const char* kPlain =
+    "<trend lowerRange='Low' upperRange='High' isLegend='false'>"
+    "<trendSource color='FF0000' label='Flow' itemName='PV'/></trend>";
+
+TEST_F(ChartControls, TheMultiTrendsDrawingCallByCall) {
+  host->evaluate = [](const std::string& expression) { return expression != "hasHigh"; };
+  const std::vector<std::string> bands = {
       "layer.addDataSet(<array 0 to 1499>, \"65280\", \"\")",
       "layer.addDataSet(<array 0 to 1499>, \"65280\", \"Range\")",
       "layer.addDataSet(<array 0 to 1499>, \"255\", \"Limit\")",  // the low line alone
       "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"\")",
-      "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"Alert\")",
-      "yAxis.setLinearScale(0, 100, 10, 0)",
-      "yAxis.getMinValue()",
-      "yAxis.getMaxValue()",
-      "yAxis.getMaxValue()",
-      "yAxis.getMinValue()",
-      "chart.makeChart2(2)",
+      "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"Alert\")"};
+  const auto scale = [](const char* call) {
+    return std::vector<std::string>{call, "yAxis.getMinValue()", "yAxis.getMaxValue()"};
   };
-  ASSERT_GE(lines.size(), tail.size());
-  EXPECT_EQ(std::vector<std::string>(lines.end() - tail.size(), lines.end()), tail);
-  EXPECT_TRUE(trend->MultiChartViewer().Picture());
-}
-
-TEST_F(ChartControls, BigLimitsSwitchTheLabelsToExponentForm) {
-  for (const auto& [upper, exponent] : {std::pair{99999.0, false}, {100000.0, true}}) {
-    auto trend = multi("<t lowerRange='L' upperRange='U' isLegend='false'/>");
-    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("U", Variant(upper));
-    trend->IDtmTrendControl_ItemValue(Variant(1));
-    EXPECT_EQ(drew("yAxis.setLabelFormat(\"{value|e5}\")"), exponent) << upper;
-    EXPECT_FALSE(drew("chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)"));
+  const struct {
+    const char* definition;
+    double low, high;
+    bool legend;
+    std::vector<std::string> bands, scale, end;
+  } cases[] = {
+      {kDefinition, 0, 100, true, bands, scale("yAxis.setLinearScale(0, 100, 10, 0)"), kEnd},
+      {kPlain, 0, 100, false, {}, scale("yAxis.setLinearScale(0, 100, 10, 0)"), kEnd},
+      {kPlain, 0, 99999, false, {}, scale("yAxis.setLinearScale(0, 99999, 9999.9, 0)"), kEnd},
+      {kPlain,
+       0,
+       100000,
+       false,
+       {},
+       scale("yAxis.setLinearScale(0, 100000, 10000, 0)"),
+       kExponentEnd},
+      {kPlain,
+       -100000,
+       0,
+       false,
+       {},
+       scale("yAxis.setLinearScale(-100000, 0, 10000, 0)"),
+       kExponentEnd},
+  };
+  for (const auto& c : cases) {
+    auto trend = multi(c.definition);
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", Variant(c.low));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(c.high));
+    trend->IDtmTrendControl_ItemValue(Variant(40));
+    EXPECT_EQ(lastDrawing(), joined({head(c.legend), itemLine(trend->timeStamps().back()), c.bands,
+                                     c.scale, c.end}))
+        << c.definition << " " << c.high;
   }
 }
 

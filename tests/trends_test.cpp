@@ -71,6 +71,8 @@ class Trends : public testing::HeadlessTest {
 
 TEST_F(Trends, TheFrameLaysOutItsChildrenAndStartsOnTheWholeRange) {
   auto trend = make<DTMDataTrendControl>();
+  EXPECT_EQ(log->lines(), std::vector<std::string>{"api.chartTime(2026, 11, 23, 8, 0, 0)"})
+      << "the clock read at creation";
   ChartFrame& f = trend->frame();
   EXPECT_EQ(f.zoomIn().Left(), 480);
   EXPECT_EQ(f.Home().Left(), 1440);
@@ -201,6 +203,7 @@ TEST_F(Trends, TheDataTrendDrawsItsSequence) {
       "xAxis.setWidth(2)",
       "yAxis.setWidth(2)",
       "yAxis.setLabelFormat(\"{value|P4}\")",
+      "api.chartTime(2026, 11, 23, 8, 0, 10)",
       "xAxis.setDateScale(" + t0 + ", " + t1 + ", 360, 0)",
       "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
       "chart.addLineLayer2(0, 0)",

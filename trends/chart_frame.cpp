@@ -5,7 +5,6 @@
 
 #include "platform/picture.h"
 #include "support/resources.h"
-#include "values/dates.h"
 #include "values/text.h"
 #include "values/vb_error.h"
 
@@ -117,12 +116,14 @@ double checkedAdd(double a, double b) { return overflowChecked(a + b, a, b); }
 double checkedSub(double a, double b) { return overflowChecked(a - b, a, b); }
 double checkedMul(double a, double b) { return overflowChecked(a * b, a, b); }
 
-double chartNow() {
+double chartNow(platform::chart::ChartApi& api) {
   const platform::LocalTime now = platform::backend().clock().now();
-  const double second = std::floor(now.second);
-  const double days =
-      serialFromCalendar(now.year, now.month, now.day) - serialFromCalendar(1, 1, 1);
-  return days * 86400 + now.hour * 3600.0 + now.minute * 60.0 + second + second / 1000 / 1000;
+  const auto part = [](int32_t value) { return Variant(static_cast<int16_t>(value)); };
+  const auto second = static_cast<int32_t>(std::floor(now.second));
+  return api.chartTime(part(now.year), part(now.month), part(now.day), part(now.hour),
+                       part(now.minute), part(second))
+             .toDouble() +
+         second / 1000.0 / 1000.0;
 }
 
 SampleRing::SampleRing(size_t slots) : slots_(std::max<size_t>(slots, 1), 1.7e308) {}

@@ -86,9 +86,9 @@ double checkedAdd(double a, double b);
 double checkedSub(double a, double b);
 double checkedMul(double a, double b);
 
-// chartNow: the platform clock's local time as chart time (seconds since 1 January of the year
-// 1), to the second, plus its seconds in millionths (a few microseconds at most).
-double chartNow();
+// chartNow: the platform clock's local time, to the second, as the API object's chartTime, plus
+// its seconds in millionths (a few microseconds at most).
+double chartNow(platform::chart::ChartApi& api);
 
 // One array of samples, fixed in length: read in order, index 0 is the oldest and the last
 // index the newest; shiftData pushes the oldest out. It is held as a ring, so that a sample costs

@@ -106,7 +106,7 @@ void DTMDataTrendControl::CalculateRange(const Variant& value) {
 
 // The time since the last drawing filled with the latest value, 2.5 seconds a sample.
 void DTMDataTrendControl::catchUpSamples() {
-  const double now = chartNow();
+  const double now = chartNow(api());
   const double step = frame_->DataRateTimer().Interval() / 100.0;
   while (nextDataTime_ <= now && step > 0) {
     takeSample(nextDataTime_);
@@ -116,8 +116,7 @@ void DTMDataTrendControl::catchUpSamples() {
 
 void DTMDataTrendControl::createChart() {
   guarded(*logger_, "Error on createChart ", [&] {
-    if (!api_) api_ = platform::chart::createChartApi();
-    auto chart = api_->XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
+    auto chart = api().XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
     const double textWidth = std::round(this->textWidth("0.00"));
     bool found = false;
     drawFrame(*chart, 75, textWidth, unitEntryText(found));

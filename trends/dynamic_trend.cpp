@@ -92,7 +92,7 @@ void DTMDynamicTrendControl::IDtmDataSubscriptionControl_UpdateSubscriptionValue
 
 // Samples come in bursts of four, since the clock moves in whole seconds.
 void DTMDynamicTrendControl::DataRateTimer_Timer() {
-  const double now = chartNow();
+  const double now = chartNow(api());
   const double step = frame_->DataRateTimer().Interval() / 1000.0;
   while (nextDataTime_ < now && step > 0) {
     takeSample(nextDataTime_);
@@ -109,8 +109,7 @@ std::string DTMDynamicTrendControl::UnitText() {
 
 void DTMDynamicTrendControl::createChart() {
   guarded(*logger_, "Error on createChart ", [&] {
-    if (!api_) api_ = platform::chart::createChartApi();
-    auto chart = api_->XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
+    auto chart = api().XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
     // The range reaches 15 below and above every value a drawing has seen.
     const Variant v = IDTMDataControl_Value();
     if (!IsNotANumber(v)) {

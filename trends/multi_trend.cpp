@@ -27,7 +27,7 @@ DTMMultiTrendControl::DTMMultiTrendControl()
     : HostFedChart("DTMMultiTrendControl", "MultiChartViewer", 11070, 7260),
       times_(kSamples),
       series_(kLines, SampleRing(kSamples)),
-      nextDataTime_(chartNow()) {
+      nextDataTime_(chartNow(api())) {
   ChartFrame& f = *frame_;
   f.HandScroll().events.Click = [this] { HandScroll_Click(); };
   f.zoomIn().events.Click = [this] { zoomIn_Click(); };
@@ -177,7 +177,7 @@ void DTMMultiTrendControl::appendSample() {
 }
 
 void DTMMultiTrendControl::catchUp() {
-  const double now = chartNow();
+  const double now = chartNow(api());
   const double step = frame_->DataRateTimer().Interval() / 100.0;
   while (nextDataTime_ <= now && step > 0) {
     appendSample();
@@ -224,9 +224,10 @@ void DTMMultiTrendControl::createChart(platform::ChartViewer& viewer) {
       addBand(*layer, bands_[2], kAlertHigh, kAlertLow);
     }
     scaleYAxis(*chart, viewer);
-    if (beyondPlainLabels(y->getMaxValue()) || beyondPlainLabels(y->getMinValue())) {
-      y->setLabelFormat("{value|e5}");
-    }
+    // Both ends are always read, also when the first is beyond already.
+    const bool maxBeyond = beyondPlainLabels(y->getMaxValue());
+    const bool minBeyond = beyondPlainLabels(y->getMinValue());
+    if (maxBeyond || minBeyond) y->setLabelFormat("{value|e5}");
     frame_->handOver(*chart);
   });
 }

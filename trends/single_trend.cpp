@@ -18,10 +18,8 @@ Variant asValues(const std::vector<double>& numbers) {
 }  // namespace
 
 SingleItemTrend::SingleItemTrend(const std::string& className, size_t samples, double unset)
-    : DataMembers(className, nullptr),
-      store_(samples, 1),
-      nextDataTime_(chartNow()),
-      view_{unset, unset, unset} {
+    : DataMembers(className, nullptr), store_(samples, 1), view_{unset, unset, unset} {
+  nextDataTime_ = chartNow(api());
   active_ = true;
   canSubscribe_ = true;
   frame_ = std::make_unique<ChartFrame>(*window_, kSingleTrendLayout, "ChartViewer1");
@@ -95,6 +93,11 @@ double SingleItemTrend::yMajorTick() {
 
 void SingleItemTrend::restoreName(SingleItemTrend& trend, const Variant& name) {
   trend.IDTMDataControl_Name(name.toText());
+}
+
+platform::chart::ChartApi& SingleItemTrend::api() {
+  if (!api_) api_ = platform::chart::createChartApi();
+  return *api_;
 }
 
 double SingleItemTrend::textWidth(const std::string& text) {

@@ -87,6 +87,8 @@ class SingleItemTrend : public DataMembers<NoDataControlInterface>,
   // `samples` slots in the store, the window `unset` until the first sample is drawn.
   SingleItemTrend(const std::string& className, size_t samples, double unset);
 
+  // The API object, made at the first need: the clock at creation.
+  platform::chart::ChartApi& api();
   // The control's own text width of a text, in its scale unit of twips.
   double textWidth(const std::string& text);
   // The pixel size of the chart: the control's size in twips over 15.
