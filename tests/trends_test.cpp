@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "platform/chart_recorder.h"
@@ -182,42 +183,107 @@ TEST(TimeWindow, EntersAtTheLeftAndJumpsOnByATenth) {
 
 // ---- DTMDataTrendControl -------------------------------------------------------------------
 
-TEST_F(Trends, TheDataTrendDrawsItsSequence) {
-  auto trend = make<DTMDataTrendControl>();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
-  clock().advance(10);
-  log->clear();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  const double start = trend->timeStamps().back() - 10;
-  // Ten seconds since creation at 2.5 s a sample: 5 samples, the first at the creation.
-  EXPECT_EQ(samples(trend->timeStamps()), 5u);
-  const std::string t0 = Variant(start).toText(), t1 = Variant(start + 3600).toText();
-  const std::vector<std::string> expected = {
-      "api.XYChart(657, 389, 16053492, 0, 0)",
-      "chart.setPlotArea(103, 62.0744680851064, 551.705882352941, 243.125, 16777215, -1, -1, "
-      "13421772, 13421772)",
-      "chart.setClipping(0)",
-      "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
-      "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setTickDensity(75, 15)",
-      "xAxis.setWidth(2)",
-      "yAxis.setWidth(2)",
-      "yAxis.setLabelFormat(\"{value|P4}\")",
-      "api.chartTime(2026, 11, 23, 8, 0, 10)",
-      "xAxis.setDateScale(" + t0 + ", " + t1 + ", 360, 0)",
-      "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
-      "chart.addLineLayer2(0, 0)",
-      "layer.setXData(<array 0 to 1499>)",
-      "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
-      "chart.formatValue(\"100\", \"Software: <*bgColor=FFCCCC*> {value|2} \")",
-      "layer.addDataSet(<array 0 to 1499>, 16711680, "
-      "\"Software: <*bgColor=FFCCCC*> 100.00 \")",
-      "yAxis.setLinearScale(85, 115, 0, 0)",
-      "yAxis.setRounding(True, False)",
-      "chart.makeChart2(2)",
+// Chart time of 23 November 2026, 08:00, when each test's trends are made.
+constexpr double kEight = 63931017600;
+
+std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> parts) {
+  std::vector<std::string> all;
+  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+// The data trend's drawing in parts: all before its line, with the clock of the catching up;
+// the line under its time window, named after the newest sample.
+std::vector<std::string> dataHead(const std::string& clock) {
+  return {"api.XYChart(657, 389, 16053492, 0, 0)",
+          "chart.setPlotArea(103, 62.0744680851064, 551.705882352941, 243.125, 16777215, -1, -1, "
+          "13421772, 13421772)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
+          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
+          "xAxis.setTickDensity(75, 15)",
+          "xAxis.setWidth(2)",
+          "yAxis.setWidth(2)",
+          "yAxis.setLabelFormat(\"{value|P4}\")",
+          "api.chartTime(2026, 11, 23, " + clock + ")"};
+}
+std::vector<std::string> line(double start, double width, size_t slots, const std::string& sample,
+                              const std::string& format, const std::string& name) {
+  const std::string data = "<array 0 to " + std::to_string(slots - 1) + ">";
+  return {"xAxis.setDateScale(" + Variant(start).toText() + ", " + Variant(start + width).toText() +
+              ", " + Variant(width / 10).toText() + ", 0)",
+          "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
+          "chart.addLineLayer2(0, 0)",
+          "layer.setXData(" + data + ")",
+          "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
+          "chart.formatValue(" + sample + ", \"" + format + "\")",
+          "layer.addDataSet(" + data + ", 16711680, \"" + name + "\")"};
+}
+std::vector<std::string> dataLine(double start, const std::string& sample,
+                                  const std::string& name) {
+  return line(start, 3600, 1500, sample, "Software: <*bgColor=FFCCCC*> {value|2} ", name);
+}
+const std::vector<std::string> kAutomatic = {"chart.layout()", "yAxis.getMinValue()",
+                                             "yAxis.getMaxValue()", "chart.makeChart2(2)"};
+std::vector<std::string> fixedScale(const std::string& ends) {
+  return {"yAxis.setLinearScale(" + ends + ", 0, 0)", "yAxis.setRounding(True, False)",
+          "chart.makeChart2(2)"};
+}
+
+TEST_F(Trends, TheDataTrendsDrawingCallByCall) {
+  using Steps = std::function<void(DTMDataTrendControl&)>;
+  const auto value = [](const Variant& v) {
+    return [v](DTMDataTrendControl& t) {
+      t.IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", v);
+    };
   };
-  EXPECT_EQ(lastDrawing(), expected);
-  EXPECT_TRUE(refCast<platform::Picture>(trend->ChartViewer1().Picture()));
+  const auto wait = [&](double seconds) {
+    return [this, seconds](DTMDataTrendControl&) { clock().advance(seconds); };
+  };
+  const auto click = [](platform::OptionButton& (ChartFrame::*button)()) {
+    return [button](DTMDataTrendControl& t) { headless::user((t.frame().*button)()).click(); };
+  };
+  const Steps scroll = [](DTMDataTrendControl& t) {
+    headless::user(t.frame().VScrollbar()).clickTrack(1);
+  };
+  const std::string hundred = "Software: <*bgColor=FFCCCC*> 100.00 ";
+  const std::string gap = "Software: <*bgColor=FFCCCC*>  ";
+  const struct {
+    const char* moment;
+    std::vector<Steps> steps;
+    std::vector<std::string> expected;
+  } cases[] = {
+      {"before any value",
+       {},
+       joined({dataHead("8, 0, 0"), dataLine(kEight, "1.7E+308", gap), kAutomatic})},
+      {"a value ten seconds on",
+       {wait(10), value(100.0)},
+       joined({dataHead("8, 0, 10"), dataLine(kEight, "\"100\"", hundred), fixedScale("85, 115")})},
+      {"the window slid by a tenth",
+       {value(100.0), wait(3700), value(100.0)},
+       joined({dataHead("9, 1, 40"), dataLine(kEight + 360, "\"100\"", hundred),
+               fixedScale("85, 115")})},
+      {"zoomed",
+       {value(100.0), click(&ChartFrame::zoomIn), wait(5), value(100.0)},
+       joined({dataHead("8, 0, 5"),
+               dataLine(kEight, "\"100\"", hundred),
+               {"yAxis.setRounding(True, False)", "chart.makeChart2(2)"}})},
+      {"scrolled",
+       {wait(5), value(100.0), click(&ChartFrame::HandScroll), scroll},
+       joined({dataHead("8, 0, 5"),
+               dataLine(kEight, "\"100\"", hundred),
+               {"yAxis.setRounding(True, False)", "chart.makeChart2(2)"}})},
+      {"after a value that is no number",
+       {value(100.0), wait(5), value(std::nan(""))},
+       joined({dataHead("8, 0, 5"), dataLine(kEight, "1.7E+308", gap), fixedScale("85, 115")})},
+  };
+  for (const auto& c : cases) {
+    clock().set({2026, 11, 23, 8, 0, 0});
+    auto trend = make<DTMDataTrendControl>();
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+    for (const auto& step : c.steps) step(*trend);
+    EXPECT_EQ(lastDrawing(), c.expected) << c.moment;
+  }
 }
 
 TEST_F(Trends, TheDataTrendsRangeOnlyGrows) {
@@ -333,6 +399,71 @@ TEST_F(Trends, TheFastTrendSamplesFourTimesASecondInBursts) {
   EXPECT_EQ(samples(trend->timeStamps()), 2500u);
 }
 
+// The fast trend's drawing before its line, with the plot area narrowed by the wider end label
+// of the visible part.
+std::vector<std::string> fastHead(const std::string& left, const std::string& width) {
+  return {"api.XYChart(708, 383, 16053492, 0, 0)",
+          "chart.setPlotArea(" + left + ", 61.1170212765957, " + width +
+              ", 239.375, 16777215, -1, -1, 13421772, 13421772)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
+          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
+          "yAxis.setLabelFormat(\"{value|P4}\")",
+          "xAxis.setTickDensity(75, 15)",
+          "xAxis.setWidth(2)",
+          "yAxis.setWidth(2)"};
+}
+
+TEST_F(Trends, TheFastTrendsDrawingCallByCall) {
+  const auto fastLine = [](double start) {
+    return line(start, 600, 2500, "\"100\"", "<*bgColor=FFCCCC*> {value|2} ",
+                "<*bgColor=FFCCCC*> 100.00 ");
+  };
+  const struct {
+    const char* moment;
+    std::function<void(DTMDynamicTrendControl&)> steps;
+    std::vector<std::string> expected;
+  } cases[] = {
+      {"the first value, before any sample", [](DTMDynamicTrendControl&) {},
+       joined({fastHead("77", "582.705882352941"), fixedScale("0, 115")})},
+      {"two seconds of samples",
+       [&](DTMDynamicTrendControl& t) {
+         clock().advance(2);
+         t.IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+       },
+       joined({fastHead("77", "582.705882352941"), fastLine(kEight + 1.75), fixedScale("0, 115")})},
+      {"zoomed to the lower half",
+       [&](DTMDynamicTrendControl& t) {
+         clock().advance(2);
+         headless::user(t.frame().zoomIn()).click();
+         t.ChartViewer1().ViewPortTop(0.5);
+         t.ChartViewer1().ViewPortHeight(0.5);
+         t.IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+       },
+       joined(
+           {fastHead("70", "589.705882352941"), fastLine(kEight + 1.75), fixedScale("0, 57.5")})},
+  };
+  for (const auto& c : cases) {
+    clock().set({2026, 11, 23, 8, 0, 0});
+    auto trend = make<DTMDynamicTrendControl>();
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    c.steps(*trend);
+    EXPECT_EQ(lastDrawing(), c.expected) << c.moment;
+  }
+  // A first value that is no number leaves the range at 0 to 0: the chart's own scale is taken.
+  auto trend = make<DTMDynamicTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(std::nan("")));
+  EXPECT_EQ(lastDrawing(), joined({fastHead("63", "596.705882352941"), kAutomatic}));
+  // The margin keeps the single precision of the label's width.
+  for (const auto& call : log->calls()) {
+    if (call.operation == "setPlotArea") {
+      EXPECT_EQ(call.args[0].type(), VarType::Single);
+    }
+  }
+}
+
 TEST_F(Trends, TheFastTrendsRangeStretchesAroundEachDrawnValue) {
   auto trend = make<DTMDynamicTrendControl>();
   const struct {
@@ -342,29 +473,6 @@ TEST_F(Trends, TheFastTrendsRangeStretchesAroundEachDrawnValue) {
     trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(step.value));
     EXPECT_DOUBLE_EQ(trend->axisMin(), step.min) << step.value;
     EXPECT_DOUBLE_EQ(trend->axisMax(), step.max) << step.value;
-  }
-}
-
-TEST_F(Trends, TheFastTrendsZoomReachesItsYAxis) {
-  auto trend = make<DTMDynamicTrendControl>();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  headless::user(trend->frame().zoomIn()).click();
-  trend->ChartViewer1().ViewPortTop(0.5);
-  trend->ChartViewer1().ViewPortHeight(0.5);
-  log->clear();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  const auto lines = lastDrawing();
-  EXPECT_NE(std::find(lines.begin(), lines.end(), "yAxis.setLinearScale(0, 57.5, 0, 0)"),
-            lines.end());
-  // The data trend's zoom only redraws.
-  auto data = make<DTMDataTrendControl>();
-  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  headless::user(data->frame().zoomIn()).click();
-  log->clear();
-  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  for (const auto& line : lastDrawing()) {
-    EXPECT_EQ(line.find("setLinearScale"), std::string::npos) << line;
   }
 }
 

@@ -119,7 +119,7 @@ void DTMDataTrendControl::createChart() {
     auto chart = api().XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
     const double textWidth = std::round(this->textWidth("0.00"));
     bool found = false;
-    drawFrame(*chart, 75, textWidth, unitEntryText(found));
+    drawFrame(*chart, Variant(textWidth + 75), textWidth, unitEntryText(found));
     auto x = chart->xAxis();
     auto y = chart->yAxis();
     x->setTickDensity(75, 15);

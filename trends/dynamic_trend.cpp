@@ -120,7 +120,8 @@ void DTMDynamicTrendControl::createChart() {
     auto [lower, upper] = frame_->visibleRange(axisMin(), axisMax());
     const float textWidth = static_cast<float>(
         std::max(this->textWidth(twoDecimals(lower)), this->textWidth(twoDecimals(upper))));
-    drawFrame(*chart, 35, textWidth, UnitText());
+    // The margin stays in single precision, as the width it comes from.
+    drawFrame(*chart, Variant(textWidth + 35.0f), textWidth, UnitText());
     auto x = chart->xAxis();
     auto y = chart->yAxis();
     y->setLabelFormat("{value|P4}");

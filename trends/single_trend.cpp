@@ -120,11 +120,10 @@ std::string SingleItemTrend::unitEntryText(bool& found) {
   return result;
 }
 
-void SingleItemTrend::drawFrame(platform::chart::XYPlot& chart, double leftMargin, double textWidth,
-                                const std::string& unitText) {
+void SingleItemTrend::drawFrame(platform::chart::XYPlot& chart, const Variant& left,
+                                double textWidth, const std::string& unitText) {
   const double w = window_->Width(), h = window_->Height();
-  chart.setPlotArea(textWidth + leftMargin, h / 94, w / 17 - textWidth, h / 24, 0xFFFFFF, -1, -1,
-                    0xCCCCCC, 0xCCCCCC);
+  chart.setPlotArea(left, h / 94, w / 17 - textWidth, h / 24, 0xFFFFFF, -1, -1, 0xCCCCCC, 0xCCCCCC);
   chart.setClipping(0);
   chart.addTitle(LocalizeText(caption_), "", 13, 0xFFFFFF, 0x033166,
                  static_cast<int32_t>(0xFF000000));
@@ -143,7 +142,8 @@ void SingleItemTrend::drawLine(platform::chart::XYPlot& chart, const std::string
 }
 
 // The store keeps numbers: a sample whose text reads as no number is a gap, as the chart would
-// draw it.
+// draw it, and the line is named after the gap too. The empty text before the first value is
+// such a sample: the drawing goes on to the chart's own scale instead of failing on the name.
 void SingleItemTrend::takeSample(double at) {
   const Variant v = IDTMDataControl_Value();
   double sample = kNoValue;
@@ -153,7 +153,7 @@ void SingleItemTrend::takeSample(double at) {
     } catch (const VbError&) {
     }
   }
-  newestSample_ = IsNotANumber(v) ? Variant(kNoValue) : v;
+  newestSample_ = sample == kNoValue ? Variant(kNoValue) : v;
   const double values[] = {sample};
   store_.shiftData(at, values);
 }
