@@ -269,15 +269,75 @@ TEST_F(ChartControls, AButtonArmsAModeThatTheNextPressOnTheChartPutsIntoEffect) 
   headless::user(trend->frame().ZoomOut()).click();
   EXPECT_EQ(viewer.MouseUsage(), 4);
   EXPECT_EQ(viewer.MousePointer(), 52);
+  chart.click(300, 200);
+  EXPECT_EQ(viewer.MouseUsage(), 4) << "a later press leaves the mode as it is";
   // Home undoes the vertical zoom around the middle: width and height 0.5 give height 1.
   headless::user(trend->frame().Home()).click();
   EXPECT_EQ(viewer.MouseUsage(), 0);
   EXPECT_DOUBLE_EQ(viewer.ViewPortHeight(), 1);
   EXPECT_DOUBLE_EQ(viewer.ViewPortTop(), 0);
   EXPECT_FALSE(trend->hasZoomedIn());
+  // Half the width and the whole height: the height of 2 that this asks for is brought into
+  // range by the viewer, and the chart drawn again.
+  viewer.ViewPortWidth(0.5);
+  log->clear();
+  headless::user(trend->frame().Home()).click();
+  EXPECT_DOUBLE_EQ(viewer.ViewPortHeight(), 1);
+  EXPECT_DOUBLE_EQ(viewer.ViewPortTop(), 0);
+  EXPECT_DOUBLE_EQ(viewer.ViewPortWidth(), 0.5);
+  EXPECT_TRUE(drew("chart.makeChart2(2)"));
   headless::user(trend->frame().HandScroll()).click();
   chart.drag(100, 100, 120, 140);
   EXPECT_EQ(viewer.MouseUsage(), 1);
+}
+
+// The drawings since the recording was last cleared, one by one.
+std::vector<std::vector<std::string>> drawings(const platform::chart::ChartRecording& log) {
+  std::vector<std::vector<std::string>> out;
+  for (const auto& line : log.lines()) {
+    if (line.starts_with("api.XYChart")) out.emplace_back();
+    if (!out.empty()) out.back().push_back(line);
+  }
+  return out;
+}
+
+TEST_F(ChartControls, InAZoomModeTheFirstScaleIsTheFullRangeAndTheViewportPicksFromIt) {
+  // No drawing before the press: the press draws on the chart's own scale, the zoom that
+  // follows shows a part of it exactly.
+  auto trend = multi(kPlain);
+  headless::user(trend->frame().zoomIn()).click();
+  log->clear();
+  headless::user(trend->MultiChartViewer()).click(0, 481);  // the lower left quarter
+  const auto line = itemLine(trend->timeStamps().back());
+  auto drawn = drawings(*log);
+  ASSERT_EQ(drawn.size(), 2u);
+  EXPECT_EQ(drawn[0], joined({head(false),
+                              line,
+                              {"chart.layout()", "yAxis.getMinValue()", "yAxis.getMaxValue()"},
+                              kEnd}));
+  EXPECT_EQ(drawn[1],
+            joined({head(false),
+                    line,
+                    {"yAxis.setLinearScale(-1, 0, 0, 0)", "yAxis.setRounding(False, False)"},
+                    kEnd}));
+  // Limits beyond the plain labels: the first scale came from them, and both the viewport's
+  // ends and the scale's ends switch the labels.
+  trend = multi(kPlain);
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(1000000));
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  headless::user(trend->frame().zoomIn()).click();
+  log->clear();
+  headless::user(trend->MultiChartViewer()).click(0, 481);
+  drawn = drawings(*log);
+  ASSERT_EQ(drawn.size(), 2u);
+  for (const auto& [drawing, ends] : {std::pair{drawn[0], "0, 1000000"}, {drawn[1], "0, 500000"}}) {
+    EXPECT_EQ(drawing,
+              joined({head(false),
+                      line,
+                      {"yAxis.setLinearScale(" + std::string(ends) + ", 0, 0)",
+                       "yAxis.setRounding(False, False)", "yAxis.setLabelFormat(\"{value|e5}\")"},
+                      kExponentEnd}));
+  }
 }
 
 TEST_F(ChartControls, ResizeLogsItsTwoLinesAndKeepsTheLeastSize) {
@@ -328,31 +388,44 @@ TEST_F(WaveForm, NothingIsDrawnBeforeTheArraysAndHomeThenOnlySetsThePointer) {
   EXPECT_THROW(wave->IDtmWaveFormControl_SetXAxisValues(Variant(3)), VbError);
 }
 
+// The wave form's drawing before its scales, for arrays with that upper bound.
+std::vector<std::string> waveHead(int upperBound) {
+  const std::string data = "<array 0 to " + std::to_string(upperBound) + ">";
+  return {"api.XYChart(742, 487, 16053492, 0, 0)",
+          "chart.setPlotArea(90, 77.7127659574468, 556.5, 304.375, 16777215, -1, -1, 13421772, "
+          "-16777216)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Vibration\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
+          "api.glassEffect(3, 8, 5)",
+          "title.setBackground(14540253, 0, 16975877)",
+          "chart.addLineLayer(" + data + ", \"255\", \"\", 0)",
+          "layer.setXData(" + data + ")",
+          "yAxis.setTitle(\"mm/s\", \"arialbd.ttf\", 10, -65534)",
+          "xAxis.setTitle(\"ms\", \"arialbd.ttf\", 10, -65534)"};
+}
+// The scales of a part of the full ranges that the viewport picks.
+std::vector<std::string> viewportScales(const std::string& y, const std::string& x) {
+  return {"yAxis.setLinearScale(" + y + ", 0, 0)", "yAxis.setRounding(False, False)",
+          "xAxis.setLinearScale(" + x + ", 0, 0)", "xAxis.setRounding(False, False)",
+          "chart.makeChart2(2)"};
+}
+
 TEST_F(WaveForm, ThePlainViewShowsAllWithATenthOfTheGreatestValueAsTick) {
-  auto wave = make();
-  wave->IDtmWaveFormControl_SetXAxisValues(values({0, 10, 20}));
-  wave->IDtmWaveFormControl_SetYAxisValues(values({2, 5, 3}));
-  wave->IDtmWaveFormControl_DrawChart();
-  EXPECT_EQ(wave->yMin(), 2);
-  EXPECT_EQ(wave->yMax(), 5);
-  const std::vector<std::string> expected = {
-      "api.XYChart(742, 487, 16053492, 0, 0)",
-      "chart.setPlotArea(90, 77.7127659574468, 556.5, 304.375, 16777215, -1, -1, 13421772, "
-      "-16777216)",
-      "chart.setClipping(0)",
-      "chart.addTitle(\"Vibration\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
-      "api.glassEffect(3, 8, 5)",
-      "title.setBackground(14540253, 0, 16975877)",
-      "chart.addLineLayer(<array 0 to 2>, \"255\", \"\", 0)",
-      "layer.setXData(<array 0 to 2>)",
-      "yAxis.setTitle(\"mm/s\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setTitle(\"ms\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setLinearScale(0, 40, 4, 0)",
-      "yAxis.setLinearScale(2, 5, 0.5, 0)",
-      "chart.makeChart2(2)",
-  };
-  EXPECT_EQ(lastDrawing(), expected);
-  EXPECT_TRUE(wave->ChartViewer1().Picture());
+  const struct {
+    std::initializer_list<double> ys;
+    const char* yScale;
+  } cases[] = {{{2, 5, 3}, "yAxis.setLinearScale(2, 5, 0.5, 0)"},
+               {{0, 0, 0}, "yAxis.setLinearScale(0, 0, 0, 0)"}};  // the chart picks the tick
+  for (const auto& c : cases) {
+    auto wave = make();
+    wave->IDtmWaveFormControl_SetXAxisValues(values({0, 10, 20}));
+    wave->IDtmWaveFormControl_SetYAxisValues(values(c.ys));
+    wave->IDtmWaveFormControl_DrawChart();
+    EXPECT_EQ(lastDrawing(),
+              joined({waveHead(2),
+                      {"xAxis.setLinearScale(0, 40, 4, 0)", c.yScale, "chart.makeChart2(2)"}}));
+    EXPECT_TRUE(wave->ChartViewer1().Picture());
+  }
 }
 
 TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
@@ -366,16 +439,25 @@ TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
   wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
   wave->IDtmWaveFormControl_DrawChart();
   platform::ChartViewer& viewer = wave->ChartViewer1();
+  // The first drawing in a zoom mode takes the chart's own scales as the full ranges.
   headless::user(wave->frame().zoomIn()).click();
-  wave->IDtmWaveFormControl_DrawChart();  // the first drawing in a zoom mode takes the range
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_EQ(lastDrawing(),
+            joined({waveHead(400),
+                    {"chart.layout()", "yAxis.getMinValue()", "yAxis.getMaxValue()",
+                     "xAxis.getMinValue()", "xAxis.getMaxValue()", "chart.makeChart2(2)"}}));
   EXPECT_EQ(wave->xMin(), 0);
   EXPECT_EQ(wave->xMax(), 40);
-  EXPECT_TRUE(drew("chart.layout()"));
-  headless::user(viewer).click(185, 121);  // the upper left quarter
-  EXPECT_TRUE(drew("xAxis.setRounding(False, False)"));
-  EXPECT_DOUBLE_EQ(viewer.ViewPortWidth(), 0.5);
+  // The upper left quarter; the y range is the data's again, as at every drawing.
+  headless::user(viewer).click(0, 0);
+  EXPECT_EQ(lastDrawing(), joined({waveHead(400), viewportScales("0, 8", "0, 20")}));
+  // Scrolled with both bars to their ends: the lower right quarter.
+  headless::user(wave->frame().HandScroll()).click();
+  headless::user(wave->frame().HScrollbar()).drag(32767, 1);
+  headless::user(wave->frame().VScrollbar()).drag(32767, 1);
+  EXPECT_EQ(lastDrawing(), joined({waveHead(400), viewportScales("-8, 0", "20, 40")}));
   headless::user(wave->frame().ZoomOut()).click();
-  headless::user(viewer).click(185, 121);
+  headless::user(viewer).click(0, 0);
   EXPECT_EQ(viewer.ViewPortTop(), 0);
   EXPECT_TRUE(wave->zoomedOutFlag());
   wave->IDtmWaveFormControl_DrawChart();
