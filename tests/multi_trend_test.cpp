@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/chart_recorder.h"
 #include "support.h"
@@ -348,6 +349,82 @@ TEST_F(ChartControls, ResizeLogsItsTwoLinesAndKeepsTheLeastSize) {
       "UserControl_Resize called", "UserControl_Resize called", "UserControl_Resize end6630 7260",
       "UserControl_Resize end6630 7260"};
   EXPECT_EQ(host->errorLines(), expected);
+}
+
+// ---- Bad input to the multi-trend ------------------------------------------------------
+
+TEST_F(ChartControls, TheMultiTrendsBadValuesAndLimits) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const std::string ten = "yAxis.setLinearScale(0, 100, 10, 0)";
+  const struct {
+    const char* what;
+    Variant item;
+    double low, high;
+    const char* line;   // the drawing's log line; none when it goes through
+    std::string scale;  // the y scale drawn
+    size_t samples;     // after three drawings' worth of time
+  } cases[] = {
+      {"NaN", Variant(std::nan("")), 0, 100, nullptr, ten, 3},
+      {"infinity", Variant(inf), 0, 100, nullptr, ten, 3},
+      {"1.7E+308, a gap", Variant(1.7e308), 0, 100, nullptr, ten, 3},
+      // A value that is no number moves nothing: each index stays one moment in all series.
+      {"Null", Variant::null(), 0, 100,
+       "Error on createChart 94 ,Description = Invalid use of Null", "", 1},
+      {"text", Variant("x"), 0, 100, "Error on createChart 13 ,Description = Type mismatch", "", 1},
+      {"reversed limits", Variant(5), 100, 0, nullptr, "yAxis.setLinearScale(100, 0, -10, 0)", 3},
+      {"equal limits", Variant(5), 50, 50, nullptr, "yAxis.setLinearScale(50, 50, 0, 0)", 3},
+      {"limits at both ends of the doubles", Variant(5), -1.7e308, 1.7e308,
+       "Error on createChart 6 ,Description = Overflow", "", 3},
+  };
+  const auto count = [](const std::vector<double>& v) {
+    return static_cast<size_t>(
+        std::count_if(v.begin(), v.end(), [](double x) { return x != kNoValue; }));
+  };
+  for (const auto& c : cases) {
+    auto trend = multi(kPlain);
+    trend->IDtmTrendControl_RangeHighValue(Variant(3));
+    trend->IDtmTrendControl_ItemValue(Variant(40));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", Variant(c.low));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(c.high));
+    host->takeCalls();
+    headless::current().clock().advance(5);
+    trend->IDtmTrendControl_ItemValue(c.item);
+    EXPECT_EQ(host->errorLines(),
+              c.line ? std::vector<std::string>{c.line} : std::vector<std::string>{})
+        << c.what;
+    EXPECT_TRUE(c.scale.empty() || drew(c.scale)) << c.what;
+    EXPECT_EQ(count(trend->timeStamps()), c.samples) << c.what;
+    EXPECT_EQ(count(trend->rangeHighSeries()), c.samples) << c.what;
+    EXPECT_EQ(trend->itemSeries()[1500 - c.samples], 40) << c.what << ": the first sample";
+  }
+}
+
+TEST_F(ChartControls, TheMultiTrendsFaultyDefinitions) {
+  // A band without its item names stops the reading there; its lines are not drawn.
+  auto trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='false'>"
+      "<trendSource color='FF0000' label='Flow' itemName='PV'/>"
+      "<rangeSource color='0000FF' label='Range'/></t>");
+  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
+  EXPECT_EQ(trend->rangeSourceRec().Label, "Range");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_FALSE(drew("layer.addDataSet(<array 0 to 1499>, \"255\", \"Range\")"));
+  // Without a trend source the item's line has no colour and no name: the chart's own colour.
+  trend = multi("<t lowerRange='Low' upperRange='High' isLegend='true'/>");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_TRUE(drew("layer.addDataSet(<array 0 to 1499>, \"\", \"\")"));
+  EXPECT_TRUE(trend->MultiChartViewer().Picture());
+  // A child of another name is no band; of two of the same name, the first counts.
+  host->takeCalls();
+  trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='true'>"
+      "<speedSource color='00FF00' label='Speed' itemNameHi='a' itemNameLow='b'/>"
+      "<limitSource color='0000FF' label='First' itemNameHi='LH' itemNameLow='LL'/>"
+      "<limitSource color='00FFFF' label='Second' itemNameHi='X' itemNameLow='Y'/></t>");
+  EXPECT_TRUE(host->errorLines().empty());
+  EXPECT_EQ(trend->limitSourceRec().Label, "First");
+  EXPECT_EQ(trend->limitSourceRec().ItemNameLow, "LL");
+  EXPECT_TRUE(trend->rangeSourceRec().Label.empty());
 }
 
 // ---- The waveform -------------------------------------------------------------------------

@@ -1,5 +1,7 @@
 #include "trends/multi_trend.h"
 
+#include <optional>
+
 #include "frame/logger.h"
 #include "values/text.h"
 
@@ -167,13 +169,18 @@ void DTMMultiTrendControl::IDtmDataSubscriptionControl_UpdateSubscriptionValues(
 // ---- Samples ------------------------------------------------------------------------------
 
 // A band's series starts to move with the first value the host gives it; the item's moves with
-// every sample, an empty value as 0.
+// every sample, an empty value as 0. Every value is read as a number before anything moves, so
+// that one that is none fails the drawing without leaving the series a moment apart.
 void DTMMultiTrendControl::appendSample() {
-  times_.shiftData(nextDataTime_);
+  std::array<std::optional<double>, kLines> numbers;
   for (Line line : {kAlertHigh, kAlertLow, kLimitHigh, kLimitLow, kRangeHigh, kRangeLow}) {
-    if (!values_[line].isEmpty()) series_[line].shiftData(values_[line].toDouble());
+    if (!values_[line].isEmpty()) numbers[line] = values_[line].toDouble();
   }
-  series_[kItem].shiftData(values_[kItem].toDouble());
+  numbers[kItem] = values_[kItem].toDouble();
+  times_.shiftData(nextDataTime_);
+  for (size_t line = 0; line < kLines; ++line) {
+    if (numbers[line]) series_[line].shiftData(*numbers[line]);
+  }
 }
 
 void DTMMultiTrendControl::catchUp() {
