@@ -544,21 +544,96 @@ TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
   EXPECT_FALSE(wave->zoomedOutFlag());
 }
 
-TEST_F(WaveForm, HostileArraysDrawOrLogButNeverStopTheControl) {
+TEST_F(WaveForm, EachKindOfBadArrayHasItsOutcome) {
+  const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
+  const std::string subscript =
+      "Error on Trend IDtmWaveFormControl_DrawChart9 ,Description = Subscript out of range";
+  const struct {
+    const char* what;
+    Variant xs, ys;
+    double xLower, xUpper;
+    std::string scales;  // the x and y scales drawn, or the log line
+  } cases[] = {
+      // The line pairs points as far as both arrays go; the y scale counts every y.
+      {"fewer x", values({0, 10}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"more x", values({0, 10, 20, 30}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"no x", values({}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"no y", values({0, 1}), values({}), 0, 40, subscript},
+      // No comparison with a NaN holds: first, it is both ends, and the chart scales itself;
+      // later, the scan passes over it and the line has a gap.
+      {"NaN first", values({0, 1, 2}), values({nan, 2, 3}), 0, 40,
+       "0, 40, 4, 0|1.#QNAN, 1.#QNAN, 1.#QNAN, 0"},
+      {"NaN later", values({0, 1, 2}), values({1, nan, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"infinite y", values({0, 1, 2}), values({1, inf, -inf}), 0, 40,
+       "0, 40, 4, 0|-1.#INF, 1.#INF, 1.#INF, 0"},
+      {"NaN and infinite x, gaps", values({nan, inf, 2}), values({1, 2, 3}), 0, 40,
+       "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"x not sorted, drawn in order", values({20, 0, 10}), values({1, 2, 3}), 0, 40,
+       "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"all y equal: the chart widens the range", values({0, 1, 2}), values({5, 5, 5}), 0, 40,
+       "0, 40, 4, 0|5, 5, 0.5, 0"},
+      {"reversed x limits: the chart picks the tick", values({0, 1, 2}), values({1, 2, 3}), 40, 0,
+       "40, 0, 0, 0|1, 3, 0.3, 0"},
+  };
+  for (const auto& c : cases) {
+    auto wave = make();
+    wave->IDtmWaveFormControl_SetXLowerValue(Variant(c.xLower));
+    wave->IDtmWaveFormControl_SetXUpperValue(Variant(c.xUpper));
+    wave->IDtmWaveFormControl_SetXAxisValues(c.xs);
+    wave->IDtmWaveFormControl_SetYAxisValues(c.ys);
+    host->takeCalls();
+    wave->IDtmWaveFormControl_DrawChart();
+    const size_t bar = c.scales.find('|');
+    if (bar == std::string::npos) {
+      EXPECT_EQ(host->errorLines(), std::vector<std::string>{c.scales}) << c.what;
+      EXPECT_FALSE(wave->ChartViewer1().Picture()) << c.what;
+    } else {
+      EXPECT_TRUE(host->errorLines().empty()) << c.what;
+      const auto lines = lastDrawing();
+      EXPECT_EQ(
+          std::vector<std::string>(lines.end() - 3, lines.end() - 1),
+          (std::vector<std::string>{"xAxis.setLinearScale(" + c.scales.substr(0, bar) + ")",
+                                    "yAxis.setLinearScale(" + c.scales.substr(bar + 1) + ")"}))
+          << c.what;
+      EXPECT_TRUE(wave->ChartViewer1().Picture()) << c.what;
+    }
+  }
+}
+
+TEST_F(WaveForm, TenMillionPointsAreDrawnAndAControlOfNoSizeToo) {
   auto wave = make();
-  VariantArray big;
-  big.items.resize(100000);
-  for (size_t i = 0; i < big.items.size(); ++i) big.items[i] = Variant(std::sin(i * 0.01));
-  wave->IDtmWaveFormControl_SetXAxisValues(values({3, 1, std::nan(""), 1e308}));
-  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(big)));
+  // One array for both axes: a diagonal, and half the memory.
+  VariantArray points;
+  points.items.reserve(10'000'000);
+  for (int i = 0; i < 10'000'000; ++i) points.items.emplace_back(i * 4e-6);
+  const Variant shared(std::move(points));
+  wave->IDtmWaveFormControl_SetXAxisValues(shared);
+  wave->IDtmWaveFormControl_SetYAxisValues(shared);
   wave->IDtmWaveFormControl_DrawChart();
-  wave->IDtmWaveFormControl_SetYAxisValues(values({}));
-  wave->IDtmWaveFormControl_DrawChart();  // no element 0: logged
-  VariantArray mixed;
-  mixed.items = {Variant("a"), Variant(2.0), Variant::null()};
-  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(mixed)));
+  EXPECT_TRUE(drew("yAxis.setLinearScale(0, 39.999996, 3.9999996, 0)"));
+  EXPECT_TRUE(wave->ChartViewer1().Picture());
+  auto small = make();
+  small->window().Width(0);
+  small->window().Height(0);
+  small->IDtmWaveFormControl_SetXAxisValues(values({0, 1}));
+  small->IDtmWaveFormControl_SetYAxisValues(values({0, 1}));
+  small->IDtmWaveFormControl_DrawChart();
+  EXPECT_TRUE(drew("api.XYChart(0, 0, 16053492, 0, 0)"));
+  EXPECT_TRUE(small->ChartViewer1().Picture());
+  EXPECT_TRUE(host->errorLines().empty());
+}
+
+TEST_F(WaveForm, ADefinitionWithoutItsColourDrawsInTheChartsLineColour) {
+  auto wave = DTMWaveFormControl::create();
+  wave->IDTMControl_Init(host);
+  wave->IDtmWaveFormControl_TrendDataDef(
+      testing::element("<wave lowerRange='0' upperRange='10'/>"));
+  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
+  EXPECT_EQ(wave->upperRange(), "10");
+  wave->IDtmWaveFormControl_SetXAxisValues(values({0, 1, 2}));
+  wave->IDtmWaveFormControl_SetYAxisValues(values({1, 2, 3}));
   wave->IDtmWaveFormControl_DrawChart();
-  EXPECT_EQ(host->errorLines().size(), 2u);
+  EXPECT_TRUE(drew("chart.addLineLayer(<array 0 to 2>, \"\", \"\", 0)"));
   EXPECT_TRUE(wave->ChartViewer1().Picture());
 }
 
