@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/chart_recorder.h"
 #include "support.h"
@@ -138,60 +139,113 @@ TEST_F(ChartControls, BandSeriesMoveFromTheirFirstValueAndTheItemDrivesTheSample
   EXPECT_EQ(host->errorLines().back().rfind("Error on createChart 13 ,Description = ", 0), 0u);
 }
 
+TEST_F(ChartControls, BandValuesAreOnlyStored) {
+  auto trend = multi();
+  auto& window = headless::user(trend->window());
+  window.takePropertyChanges();
+  log->clear();
+  trend->IDtmTrendControl_RangeHighValue(Variant(1));
+  trend->IDtmTrendControl_RangeLowValue(Variant(2));
+  trend->IDtmTrendControl_LimitHighValue(Variant(3));
+  trend->IDtmTrendControl_LimitLowValue(Variant(4));
+  trend->IDtmTrendControl_AlertHighValue(Variant(5));
+  trend->IDtmTrendControl_AlertLowValue(Variant(6));
+  EXPECT_EQ(window.takePropertyChanges(), std::vector<std::string>{});
+  EXPECT_TRUE(log->lines().empty());
+  EXPECT_EQ(trend->IDtmTrendControl_LimitLowValue(), Variant(4));
+}
+
 // ---- Drawing ------------------------------------------------------------------------------
 
-TEST_F(ChartControls, TheMultiTrendDrawsEveryLineOfItsBandsWithOneLegendEntryEach) {
-  host->evaluate = [](const std::string& expression) { return expression != "hasHigh"; };
-  auto trend = multi();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(100));
-  trend->IDtmTrendControl_ItemValue(Variant(40));
-  const auto lines = lastDrawing();
-  const std::vector<std::string> head = {
+// The calls of a multi-trend's drawing, in parts: everything up to its lines (the legend when
+// it has one, the clock read by the catching up), the item's line under its time axis, and the
+// ending (the exponent guard reads both ends).
+std::vector<std::string> head(bool legend) {
+  std::vector<std::string> calls = {
       "api.XYChart(738, 484, 16053492, 0, 0)",
       "chart.setPlotArea(95, 80, 538.74, 285.56, 16777215, -1, -1, 13421772, 13421772)",
       "chart.setClipping(0)",
       "chart.addTitle(\"Flow, last hour\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
       "api.glassEffect(3, 8, 5)",
-      "title.setBackground(14540253, 0, 16975877)",
-      "chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)",
-      "legend.setBackground(-16777216, -16777216, 0)",
-      "legend.setWidth(540)",
-      "yAxis.setTitle(\"m3/h\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setTickDensity(75, 15)",
-      "xAxis.setWidth(0)",
-      "yAxis.setWidth(0)",
-  };
-  ASSERT_GE(lines.size(), head.size());
-  EXPECT_EQ(std::vector<std::string>(lines.begin(), lines.begin() + head.size()), head);
-  const std::vector<std::string> tail = {
-      "layer.setLineWidth(3)",
-      "layer.addDataSet(<array 0 to 1499>, \"16711680\", \"Flow\")",
-      "layer.setXData(<array 0 to 1499>)",
-      "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
+      "title.setBackground(14540253, 0, 16975877)"};
+  if (legend) {
+    calls.insert(calls.end(),
+                 {"chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)",
+                  "legend.setBackground(-16777216, -16777216, 0)", "legend.setWidth(540)"});
+  }
+  calls.insert(calls.end(), {"yAxis.setTitle(\"m3/h\", \"arialbd.ttf\", 10, -65534)",
+                             "xAxis.setTickDensity(75, 15)", "xAxis.setWidth(0)",
+                             "yAxis.setWidth(0)", "api.chartTime(2026, 11, 23, 8, 0, 0)"});
+  return calls;
+}
+std::vector<std::string> itemLine(double start) {
+  return {"xAxis.setDateScale(" + Variant(start).toText() + ", " + Variant(start + 3600).toText() +
+              ", 360, 0)",
+          "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
+          "chart.addLineLayer2(0, 0)",
+          "layer.setLineWidth(3)",
+          "layer.addDataSet(<array 0 to 1499>, \"16711680\", \"Flow\")",
+          "layer.setXData(<array 0 to 1499>)",
+          "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)"};
+}
+const std::vector<std::string> kEnd = {"yAxis.getMaxValue()", "yAxis.getMinValue()",
+                                       "chart.makeChart2(2)"};
+const std::vector<std::string> kExponentEnd = {"yAxis.getMaxValue()", "yAxis.getMinValue()",
+                                               "yAxis.setLabelFormat(\"{value|e5}\")",
+                                               "chart.makeChart2(2)"};
+std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> parts) {
+  std::vector<std::string> all;
+  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+constexpr const char* kPlain =
+    "<trend lowerRange='Low' upperRange='High' isLegend='false'>"
+    "<trendSource color='FF0000' label='Flow' itemName='PV'/></trend>";
+
+TEST_F(ChartControls, TheMultiTrendsDrawingCallByCall) {
+  host->evaluate = [](const std::string& expression) { return expression != "hasHigh"; };
+  const std::vector<std::string> bands = {
       "layer.addDataSet(<array 0 to 1499>, \"65280\", \"\")",
       "layer.addDataSet(<array 0 to 1499>, \"65280\", \"Range\")",
       "layer.addDataSet(<array 0 to 1499>, \"255\", \"Limit\")",  // the low line alone
       "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"\")",
-      "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"Alert\")",
-      "yAxis.setLinearScale(0, 100, 10, 0)",
-      "yAxis.getMinValue()",
-      "yAxis.getMaxValue()",
-      "yAxis.getMaxValue()",
-      "yAxis.getMinValue()",
-      "chart.makeChart2(2)",
+      "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"Alert\")"};
+  const auto scale = [](const char* call) {
+    return std::vector<std::string>{call, "yAxis.getMinValue()", "yAxis.getMaxValue()"};
   };
-  ASSERT_GE(lines.size(), tail.size());
-  EXPECT_EQ(std::vector<std::string>(lines.end() - tail.size(), lines.end()), tail);
-  EXPECT_TRUE(trend->MultiChartViewer().Picture());
-}
-
-TEST_F(ChartControls, BigLimitsSwitchTheLabelsToExponentForm) {
-  for (const auto& [upper, exponent] : {std::pair{99999.0, false}, {100000.0, true}}) {
-    auto trend = multi("<t lowerRange='L' upperRange='U' isLegend='false'/>");
-    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("U", Variant(upper));
-    trend->IDtmTrendControl_ItemValue(Variant(1));
-    EXPECT_EQ(drew("yAxis.setLabelFormat(\"{value|e5}\")"), exponent) << upper;
-    EXPECT_FALSE(drew("chart.addLegend2(100, 26, 4, \"arialbd.ttf\", 9)"));
+  const struct {
+    const char* definition;
+    double low, high;
+    bool legend;
+    std::vector<std::string> bands, scale, end;
+  } cases[] = {
+      {kDefinition, 0, 100, true, bands, scale("yAxis.setLinearScale(0, 100, 10, 0)"), kEnd},
+      {kPlain, 0, 100, false, {}, scale("yAxis.setLinearScale(0, 100, 10, 0)"), kEnd},
+      {kPlain, 0, 99999, false, {}, scale("yAxis.setLinearScale(0, 99999, 9999.9, 0)"), kEnd},
+      {kPlain,
+       0,
+       100000,
+       false,
+       {},
+       scale("yAxis.setLinearScale(0, 100000, 10000, 0)"),
+       kExponentEnd},
+      {kPlain,
+       -100000,
+       0,
+       false,
+       {},
+       scale("yAxis.setLinearScale(-100000, 0, 10000, 0)"),
+       kExponentEnd},
+  };
+  for (const auto& c : cases) {
+    auto trend = multi(c.definition);
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", Variant(c.low));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(c.high));
+    trend->IDtmTrendControl_ItemValue(Variant(40));
+    EXPECT_EQ(lastDrawing(), joined({head(c.legend), itemLine(trend->timeStamps().back()), c.bands,
+                                     c.scale, c.end}))
+        << c.definition << " " << c.high;
   }
 }
 
@@ -216,15 +270,75 @@ TEST_F(ChartControls, AButtonArmsAModeThatTheNextPressOnTheChartPutsIntoEffect) 
   headless::user(trend->frame().ZoomOut()).click();
   EXPECT_EQ(viewer.MouseUsage(), 4);
   EXPECT_EQ(viewer.MousePointer(), 52);
+  chart.click(300, 200);
+  EXPECT_EQ(viewer.MouseUsage(), 4) << "a later press leaves the mode as it is";
   // Home undoes the vertical zoom around the middle: width and height 0.5 give height 1.
   headless::user(trend->frame().Home()).click();
   EXPECT_EQ(viewer.MouseUsage(), 0);
   EXPECT_DOUBLE_EQ(viewer.ViewPortHeight(), 1);
   EXPECT_DOUBLE_EQ(viewer.ViewPortTop(), 0);
   EXPECT_FALSE(trend->hasZoomedIn());
+  // Half the width and the whole height: the height of 2 that this asks for is brought into
+  // range by the viewer, and the chart drawn again.
+  viewer.ViewPortWidth(0.5);
+  log->clear();
+  headless::user(trend->frame().Home()).click();
+  EXPECT_DOUBLE_EQ(viewer.ViewPortHeight(), 1);
+  EXPECT_DOUBLE_EQ(viewer.ViewPortTop(), 0);
+  EXPECT_DOUBLE_EQ(viewer.ViewPortWidth(), 0.5);
+  EXPECT_TRUE(drew("chart.makeChart2(2)"));
   headless::user(trend->frame().HandScroll()).click();
   chart.drag(100, 100, 120, 140);
   EXPECT_EQ(viewer.MouseUsage(), 1);
+}
+
+// The drawings since the recording was last cleared, one by one.
+std::vector<std::vector<std::string>> drawings(const platform::chart::ChartRecording& log) {
+  std::vector<std::vector<std::string>> out;
+  for (const auto& line : log.lines()) {
+    if (line.starts_with("api.XYChart")) out.emplace_back();
+    if (!out.empty()) out.back().push_back(line);
+  }
+  return out;
+}
+
+TEST_F(ChartControls, InAZoomModeTheFirstScaleIsTheFullRangeAndTheViewportPicksFromIt) {
+  // No drawing before the press: the press draws on the chart's own scale, the zoom that
+  // follows shows a part of it exactly.
+  auto trend = multi(kPlain);
+  headless::user(trend->frame().zoomIn()).click();
+  log->clear();
+  headless::user(trend->MultiChartViewer()).click(0, 481);  // the lower left quarter
+  const auto line = itemLine(trend->timeStamps().back());
+  auto drawn = drawings(*log);
+  ASSERT_EQ(drawn.size(), 2u);
+  EXPECT_EQ(drawn[0], joined({head(false),
+                              line,
+                              {"chart.layout()", "yAxis.getMinValue()", "yAxis.getMaxValue()"},
+                              kEnd}));
+  EXPECT_EQ(drawn[1],
+            joined({head(false),
+                    line,
+                    {"yAxis.setLinearScale(-1, 0, 0, 0)", "yAxis.setRounding(False, False)"},
+                    kEnd}));
+  // Limits beyond the plain labels: the first scale came from them, and both the viewport's
+  // ends and the scale's ends switch the labels.
+  trend = multi(kPlain);
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(1000000));
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  headless::user(trend->frame().zoomIn()).click();
+  log->clear();
+  headless::user(trend->MultiChartViewer()).click(0, 481);
+  drawn = drawings(*log);
+  ASSERT_EQ(drawn.size(), 2u);
+  for (const auto& [drawing, ends] : {std::pair{drawn[0], "0, 1000000"}, {drawn[1], "0, 500000"}}) {
+    EXPECT_EQ(drawing,
+              joined({head(false),
+                      line,
+                      {"yAxis.setLinearScale(" + std::string(ends) + ", 0, 0)",
+                       "yAxis.setRounding(False, False)", "yAxis.setLabelFormat(\"{value|e5}\")"},
+                      kExponentEnd}));
+  }
 }
 
 TEST_F(ChartControls, ResizeLogsItsTwoLinesAndKeepsTheLeastSize) {
@@ -235,6 +349,82 @@ TEST_F(ChartControls, ResizeLogsItsTwoLinesAndKeepsTheLeastSize) {
       "UserControl_Resize called", "UserControl_Resize called", "UserControl_Resize end6630 7260",
       "UserControl_Resize end6630 7260"};
   EXPECT_EQ(host->errorLines(), expected);
+}
+
+// ---- Bad input to the multi-trend ------------------------------------------------------
+
+TEST_F(ChartControls, TheMultiTrendsBadValuesAndLimits) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const std::string ten = "yAxis.setLinearScale(0, 100, 10, 0)";
+  const struct {
+    const char* what;
+    Variant item;
+    double low, high;
+    const char* line;   // the drawing's log line; none when it goes through
+    std::string scale;  // the y scale drawn
+    size_t samples;     // after three drawings' worth of time
+  } cases[] = {
+      {"NaN", Variant(std::nan("")), 0, 100, nullptr, ten, 3},
+      {"infinity", Variant(inf), 0, 100, nullptr, ten, 3},
+      {"1.7E+308, a gap", Variant(1.7e308), 0, 100, nullptr, ten, 3},
+      // A value that is no number moves nothing: each index stays one moment in all series.
+      {"Null", Variant::null(), 0, 100,
+       "Error on createChart 94 ,Description = Invalid use of Null", "", 1},
+      {"text", Variant("x"), 0, 100, "Error on createChart 13 ,Description = Type mismatch", "", 1},
+      {"reversed limits", Variant(5), 100, 0, nullptr, "yAxis.setLinearScale(100, 0, -10, 0)", 3},
+      {"equal limits", Variant(5), 50, 50, nullptr, "yAxis.setLinearScale(50, 50, 0, 0)", 3},
+      {"limits at both ends of the doubles", Variant(5), -1.7e308, 1.7e308,
+       "Error on createChart 6 ,Description = Overflow", "", 3},
+  };
+  const auto count = [](const std::vector<double>& v) {
+    return static_cast<size_t>(
+        std::count_if(v.begin(), v.end(), [](double x) { return x != kNoValue; }));
+  };
+  for (const auto& c : cases) {
+    auto trend = multi(kPlain);
+    trend->IDtmTrendControl_RangeHighValue(Variant(3));
+    trend->IDtmTrendControl_ItemValue(Variant(40));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", Variant(c.low));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(c.high));
+    host->takeCalls();
+    headless::current().clock().advance(5);
+    trend->IDtmTrendControl_ItemValue(c.item);
+    EXPECT_EQ(host->errorLines(),
+              c.line ? std::vector<std::string>{c.line} : std::vector<std::string>{})
+        << c.what;
+    EXPECT_TRUE(c.scale.empty() || drew(c.scale)) << c.what;
+    EXPECT_EQ(count(trend->timeStamps()), c.samples) << c.what;
+    EXPECT_EQ(count(trend->rangeHighSeries()), c.samples) << c.what;
+    EXPECT_EQ(trend->itemSeries()[1500 - c.samples], 40) << c.what << ": the first sample";
+  }
+}
+
+TEST_F(ChartControls, TheMultiTrendsFaultyDefinitions) {
+  // A band without its item names stops the reading there; its lines are not drawn.
+  auto trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='false'>"
+      "<trendSource color='FF0000' label='Flow' itemName='PV'/>"
+      "<rangeSource color='0000FF' label='Range'/></t>");
+  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
+  EXPECT_EQ(trend->rangeSourceRec().Label, "Range");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_FALSE(drew("layer.addDataSet(<array 0 to 1499>, \"255\", \"Range\")"));
+  // Without a trend source the item's line has no colour and no name: the chart's own colour.
+  trend = multi("<t lowerRange='Low' upperRange='High' isLegend='true'/>");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_TRUE(drew("layer.addDataSet(<array 0 to 1499>, \"\", \"\")"));
+  EXPECT_TRUE(trend->MultiChartViewer().Picture());
+  // A child of another name is no band; of two of the same name, the first counts.
+  host->takeCalls();
+  trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='true'>"
+      "<speedSource color='00FF00' label='Speed' itemNameHi='a' itemNameLow='b'/>"
+      "<limitSource color='0000FF' label='First' itemNameHi='LH' itemNameLow='LL'/>"
+      "<limitSource color='00FFFF' label='Second' itemNameHi='X' itemNameLow='Y'/></t>");
+  EXPECT_TRUE(host->errorLines().empty());
+  EXPECT_EQ(trend->limitSourceRec().Label, "First");
+  EXPECT_EQ(trend->limitSourceRec().ItemNameLow, "LL");
+  EXPECT_TRUE(trend->rangeSourceRec().Label.empty());
 }
 
 // ---- The waveform -------------------------------------------------------------------------
@@ -275,31 +465,44 @@ TEST_F(WaveForm, NothingIsDrawnBeforeTheArraysAndHomeThenOnlySetsThePointer) {
   EXPECT_THROW(wave->IDtmWaveFormControl_SetXAxisValues(Variant(3)), VbError);
 }
 
+// The wave form's drawing before its scales, for arrays with that upper bound.
+std::vector<std::string> waveHead(int upperBound) {
+  const std::string data = "<array 0 to " + std::to_string(upperBound) + ">";
+  return {"api.XYChart(742, 487, 16053492, 0, 0)",
+          "chart.setPlotArea(90, 77.7127659574468, 556.5, 304.375, 16777215, -1, -1, 13421772, "
+          "-16777216)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Vibration\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
+          "api.glassEffect(3, 8, 5)",
+          "title.setBackground(14540253, 0, 16975877)",
+          "chart.addLineLayer(" + data + ", \"255\", \"\", 0)",
+          "layer.setXData(" + data + ")",
+          "yAxis.setTitle(\"mm/s\", \"arialbd.ttf\", 10, -65534)",
+          "xAxis.setTitle(\"ms\", \"arialbd.ttf\", 10, -65534)"};
+}
+// The scales of a part of the full ranges that the viewport picks.
+std::vector<std::string> viewportScales(const std::string& y, const std::string& x) {
+  return {"yAxis.setLinearScale(" + y + ", 0, 0)", "yAxis.setRounding(False, False)",
+          "xAxis.setLinearScale(" + x + ", 0, 0)", "xAxis.setRounding(False, False)",
+          "chart.makeChart2(2)"};
+}
+
 TEST_F(WaveForm, ThePlainViewShowsAllWithATenthOfTheGreatestValueAsTick) {
-  auto wave = make();
-  wave->IDtmWaveFormControl_SetXAxisValues(values({0, 10, 20}));
-  wave->IDtmWaveFormControl_SetYAxisValues(values({2, 5, 3}));
-  wave->IDtmWaveFormControl_DrawChart();
-  EXPECT_EQ(wave->yMin(), 2);
-  EXPECT_EQ(wave->yMax(), 5);
-  const std::vector<std::string> expected = {
-      "api.XYChart(742, 487, 16053492, 0, 0)",
-      "chart.setPlotArea(90, 77.7127659574468, 556.5, 304.375, 16777215, -1, -1, 13421772, "
-      "-16777216)",
-      "chart.setClipping(0)",
-      "chart.addTitle(\"Vibration\", \"timesbi.ttf\", 15, -65534, -16777216, -16777216)",
-      "api.glassEffect(3, 8, 5)",
-      "title.setBackground(14540253, 0, 16975877)",
-      "chart.addLineLayer(<array 0 to 2>, \"255\", \"\", 0)",
-      "layer.setXData(<array 0 to 2>)",
-      "yAxis.setTitle(\"mm/s\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setTitle(\"ms\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setLinearScale(0, 40, 4, 0)",
-      "yAxis.setLinearScale(2, 5, 0.5, 0)",
-      "chart.makeChart2(2)",
-  };
-  EXPECT_EQ(lastDrawing(), expected);
-  EXPECT_TRUE(wave->ChartViewer1().Picture());
+  const struct {
+    std::initializer_list<double> ys;
+    const char* yScale;
+  } cases[] = {{{2, 5, 3}, "yAxis.setLinearScale(2, 5, 0.5, 0)"},
+               {{0, 0, 0}, "yAxis.setLinearScale(0, 0, 0, 0)"}};  // the chart picks the tick
+  for (const auto& c : cases) {
+    auto wave = make();
+    wave->IDtmWaveFormControl_SetXAxisValues(values({0, 10, 20}));
+    wave->IDtmWaveFormControl_SetYAxisValues(values(c.ys));
+    wave->IDtmWaveFormControl_DrawChart();
+    EXPECT_EQ(lastDrawing(),
+              joined({waveHead(2),
+                      {"xAxis.setLinearScale(0, 40, 4, 0)", c.yScale, "chart.makeChart2(2)"}}));
+    EXPECT_TRUE(wave->ChartViewer1().Picture());
+  }
 }
 
 TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
@@ -313,16 +516,25 @@ TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
   wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
   wave->IDtmWaveFormControl_DrawChart();
   platform::ChartViewer& viewer = wave->ChartViewer1();
+  // The first drawing in a zoom mode takes the chart's own scales as the full ranges.
   headless::user(wave->frame().zoomIn()).click();
-  wave->IDtmWaveFormControl_DrawChart();  // the first drawing in a zoom mode takes the range
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_EQ(lastDrawing(),
+            joined({waveHead(400),
+                    {"chart.layout()", "yAxis.getMinValue()", "yAxis.getMaxValue()",
+                     "xAxis.getMinValue()", "xAxis.getMaxValue()", "chart.makeChart2(2)"}}));
   EXPECT_EQ(wave->xMin(), 0);
   EXPECT_EQ(wave->xMax(), 40);
-  EXPECT_TRUE(drew("chart.layout()"));
-  headless::user(viewer).click(185, 121);  // the upper left quarter
-  EXPECT_TRUE(drew("xAxis.setRounding(False, False)"));
-  EXPECT_DOUBLE_EQ(viewer.ViewPortWidth(), 0.5);
+  // The upper left quarter; the y range is the data's again, as at every drawing.
+  headless::user(viewer).click(0, 0);
+  EXPECT_EQ(lastDrawing(), joined({waveHead(400), viewportScales("0, 8", "0, 20")}));
+  // Scrolled with both bars to their ends: the lower right quarter.
+  headless::user(wave->frame().HandScroll()).click();
+  headless::user(wave->frame().HScrollbar()).drag(32767, 1);
+  headless::user(wave->frame().VScrollbar()).drag(32767, 1);
+  EXPECT_EQ(lastDrawing(), joined({waveHead(400), viewportScales("-8, 0", "20, 40")}));
   headless::user(wave->frame().ZoomOut()).click();
-  headless::user(viewer).click(185, 121);
+  headless::user(viewer).click(0, 0);
   EXPECT_EQ(viewer.ViewPortTop(), 0);
   EXPECT_TRUE(wave->zoomedOutFlag());
   wave->IDtmWaveFormControl_DrawChart();
@@ -332,22 +544,111 @@ TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
   EXPECT_FALSE(wave->zoomedOutFlag());
 }
 
-TEST_F(WaveForm, HostileArraysDrawOrLogButNeverStopTheControl) {
+TEST_F(WaveForm, EachKindOfBadArrayHasItsOutcome) {
+  const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
+  const std::string subscript =
+      "Error on Trend IDtmWaveFormControl_DrawChart9 ,Description = Subscript out of range";
+  const struct {
+    const char* what;
+    Variant xs, ys;
+    double xLower, xUpper;
+    std::string scales;  // the x and y scales drawn, or the log line
+  } cases[] = {
+      // The line pairs points as far as both arrays go; the y scale counts every y.
+      {"fewer x", values({0, 10}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"more x", values({0, 10, 20, 30}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"no x", values({}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"no y", values({0, 1}), values({}), 0, 40, subscript},
+      // No comparison with a NaN holds: first, it is both ends, and the chart scales itself;
+      // later, the scan passes over it and the line has a gap.
+      {"NaN first", values({0, 1, 2}), values({nan, 2, 3}), 0, 40,
+       "0, 40, 4, 0|1.#QNAN, 1.#QNAN, 1.#QNAN, 0"},
+      {"NaN later", values({0, 1, 2}), values({1, nan, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"infinite y", values({0, 1, 2}), values({1, inf, -inf}), 0, 40,
+       "0, 40, 4, 0|-1.#INF, 1.#INF, 1.#INF, 0"},
+      {"NaN and infinite x, gaps", values({nan, inf, 2}), values({1, 2, 3}), 0, 40,
+       "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"x not sorted, drawn in order", values({20, 0, 10}), values({1, 2, 3}), 0, 40,
+       "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"all y equal: the chart widens the range", values({0, 1, 2}), values({5, 5, 5}), 0, 40,
+       "0, 40, 4, 0|5, 5, 0.5, 0"},
+      {"reversed x limits: the chart picks the tick", values({0, 1, 2}), values({1, 2, 3}), 40, 0,
+       "40, 0, 0, 0|1, 3, 0.3, 0"},
+  };
+  for (const auto& c : cases) {
+    auto wave = make();
+    wave->IDtmWaveFormControl_SetXLowerValue(Variant(c.xLower));
+    wave->IDtmWaveFormControl_SetXUpperValue(Variant(c.xUpper));
+    wave->IDtmWaveFormControl_SetXAxisValues(c.xs);
+    wave->IDtmWaveFormControl_SetYAxisValues(c.ys);
+    host->takeCalls();
+    wave->IDtmWaveFormControl_DrawChart();
+    const size_t bar = c.scales.find('|');
+    if (bar == std::string::npos) {
+      EXPECT_EQ(host->errorLines(), std::vector<std::string>{c.scales}) << c.what;
+      EXPECT_FALSE(wave->ChartViewer1().Picture()) << c.what;
+    } else {
+      EXPECT_TRUE(host->errorLines().empty()) << c.what;
+      const auto lines = lastDrawing();
+      EXPECT_EQ(
+          std::vector<std::string>(lines.end() - 3, lines.end() - 1),
+          (std::vector<std::string>{"xAxis.setLinearScale(" + c.scales.substr(0, bar) + ")",
+                                    "yAxis.setLinearScale(" + c.scales.substr(bar + 1) + ")"}))
+          << c.what;
+      EXPECT_TRUE(wave->ChartViewer1().Picture()) << c.what;
+    }
+  }
+}
+
+TEST_F(WaveForm, TenMillionPointsAreDrawnAndAControlOfNoSizeToo) {
   auto wave = make();
-  VariantArray big;
-  big.items.resize(100000);
-  for (size_t i = 0; i < big.items.size(); ++i) big.items[i] = Variant(std::sin(i * 0.01));
-  wave->IDtmWaveFormControl_SetXAxisValues(values({3, 1, std::nan(""), 1e308}));
-  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(big)));
+  // One array for both axes: a diagonal, and half the memory.
+  VariantArray points;
+  points.items.reserve(10'000'000);
+  for (int i = 0; i < 10'000'000; ++i) points.items.emplace_back(i * 4e-6);
+  const Variant shared(std::move(points));
+  wave->IDtmWaveFormControl_SetXAxisValues(shared);
+  wave->IDtmWaveFormControl_SetYAxisValues(shared);
   wave->IDtmWaveFormControl_DrawChart();
-  wave->IDtmWaveFormControl_SetYAxisValues(values({}));
-  wave->IDtmWaveFormControl_DrawChart();  // no element 0: logged
-  VariantArray mixed;
-  mixed.items = {Variant("a"), Variant(2.0), Variant::null()};
-  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(mixed)));
-  wave->IDtmWaveFormControl_DrawChart();
-  EXPECT_EQ(host->errorLines().size(), 2u);
+  EXPECT_TRUE(drew("yAxis.setLinearScale(0, 39.999996, 3.9999996, 0)"));
   EXPECT_TRUE(wave->ChartViewer1().Picture());
+  auto small = make();
+  small->window().Width(0);
+  small->window().Height(0);
+  small->IDtmWaveFormControl_SetXAxisValues(values({0, 1}));
+  small->IDtmWaveFormControl_SetYAxisValues(values({0, 1}));
+  small->IDtmWaveFormControl_DrawChart();
+  EXPECT_TRUE(drew("api.XYChart(0, 0, 16053492, 0, 0)"));
+  EXPECT_TRUE(small->ChartViewer1().Picture());
+  EXPECT_TRUE(host->errorLines().empty());
+}
+
+TEST_F(WaveForm, ADefinitionWithoutItsColourDrawsInTheChartsLineColour) {
+  auto wave = DTMWaveFormControl::create();
+  wave->IDTMControl_Init(host);
+  wave->IDtmWaveFormControl_TrendDataDef(
+      testing::element("<wave lowerRange='0' upperRange='10'/>"));
+  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
+  EXPECT_EQ(wave->upperRange(), "10");
+  wave->IDtmWaveFormControl_SetXAxisValues(values({0, 1, 2}));
+  wave->IDtmWaveFormControl_SetYAxisValues(values({1, 2, 3}));
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_TRUE(drew("chart.addLineLayer(<array 0 to 2>, \"\", \"\", 0)"));
+  EXPECT_TRUE(wave->ChartViewer1().Picture());
+}
+
+TEST_F(WaveForm, TheHostSetsItsWriteOnlyMembersByName) {
+  auto wave = make();
+  wave->let("IDtmWaveFormControl_SetXAxisValues", values({0, 10, 20}));
+  wave->let("IDtmWaveFormControl_SetYAxisValues", values({2, 5, 3}));
+  wave->let("IDtmWaveFormControl_SetXLowerValue", Variant(5));
+  wave->let("IDtmWaveFormControl_SetXUpperValue", Variant(25));
+  wave->let("IDtmWaveFormControl_SetXUnit", Variant("Hz"));
+  wave->let("IDtmWaveFormControl_SetYUnit", Variant("g"));
+  wave->IDtmWaveFormControl_DrawChart();
+  EXPECT_TRUE(drew("xAxis.setLinearScale(5, 25, 2.5, 0)"));
+  EXPECT_TRUE(drew("yAxis.setLinearScale(2, 5, 0.5, 0)"));
+  EXPECT_EQ(testing::errorOf([&] { wave->get("IDtmWaveFormControl_SetXUnit"); }), 438);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 
 #include "platform/chart_recorder.h"
@@ -11,6 +12,8 @@
 #include "support.h"
 #include "trends/data_trend.h"
 #include "trends/dynamic_trend.h"
+#include "trends/multi_trend.h"
+#include "trends/waveform.h"
 
 namespace tessaline {
 namespace {
@@ -53,6 +56,10 @@ class Trends : public testing::HeadlessTest {
     }
     return {start, lines.end()};
   }
+  bool drew(const std::string& call) const {
+    const auto lines = lastDrawing();
+    return std::find(lines.begin(), lines.end(), call) != lines.end();
+  }
 
   static size_t samples(const std::vector<double>& stamps) {
     size_t n = 0;
@@ -67,6 +74,8 @@ class Trends : public testing::HeadlessTest {
 
 TEST_F(Trends, TheFrameLaysOutItsChildrenAndStartsOnTheWholeRange) {
   auto trend = make<DTMDataTrendControl>();
+  EXPECT_EQ(log->lines(), std::vector<std::string>{"api.chartTime(2026, 11, 23, 8, 0, 0)"})
+      << "the clock read at creation";
   ChartFrame& f = trend->frame();
   EXPECT_EQ(f.zoomIn().Left(), 480);
   EXPECT_EQ(f.Home().Left(), 1440);
@@ -176,41 +185,107 @@ TEST(TimeWindow, EntersAtTheLeftAndJumpsOnByATenth) {
 
 // ---- DTMDataTrendControl -------------------------------------------------------------------
 
-TEST_F(Trends, TheDataTrendDrawsItsSequence) {
-  auto trend = make<DTMDataTrendControl>();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
-  clock().advance(10);
-  log->clear();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  const double start = trend->timeStamps().back() - 10;
-  // Ten seconds since creation at 2.5 s a sample: 5 samples, the first at the creation.
-  EXPECT_EQ(samples(trend->timeStamps()), 5u);
-  const std::string t0 = Variant(start).toText(), t1 = Variant(start + 3600).toText();
-  const std::vector<std::string> expected = {
-      "api.XYChart(657, 389, 16053492, 0, 0)",
-      "chart.setPlotArea(103, 62.0744680851064, 551.705882352941, 243.125, 16777215, -1, -1, "
-      "13421772, 13421772)",
-      "chart.setClipping(0)",
-      "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
-      "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
-      "xAxis.setTickDensity(75, 15)",
-      "xAxis.setWidth(2)",
-      "yAxis.setWidth(2)",
-      "yAxis.setLabelFormat(\"{value|P4}\")",
-      "xAxis.setDateScale(" + t0 + ", " + t1 + ", 360, 0)",
-      "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
-      "chart.addLineLayer2(0, 0)",
-      "layer.setXData(<array 0 to 1499>)",
-      "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
-      "chart.formatValue(\"100\", \"Software: <*bgColor=FFCCCC*> {value|2} \")",
-      "layer.addDataSet(<array 0 to 1499>, 16711680, "
-      "\"Software: <*bgColor=FFCCCC*> 100.00 \")",
-      "yAxis.setLinearScale(85, 115, 0, 0)",
-      "yAxis.setRounding(True, False)",
-      "chart.makeChart2(2)",
+// Chart time of 23 November 2026, 08:00, when each test's trends are made.
+constexpr double kEight = 63931017600;
+
+std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> parts) {
+  std::vector<std::string> all;
+  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
+  return all;
+}
+
+// The data trend's drawing in parts: all before its line, with the clock of the catching up;
+// the line under its time window, named after the newest sample.
+std::vector<std::string> dataHead(const std::string& clock) {
+  return {"api.XYChart(657, 389, 16053492, 0, 0)",
+          "chart.setPlotArea(103, 62.0744680851064, 551.705882352941, 243.125, 16777215, -1, -1, "
+          "13421772, 13421772)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
+          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
+          "xAxis.setTickDensity(75, 15)",
+          "xAxis.setWidth(2)",
+          "yAxis.setWidth(2)",
+          "yAxis.setLabelFormat(\"{value|P4}\")",
+          "api.chartTime(2026, 11, 23, " + clock + ")"};
+}
+std::vector<std::string> line(double start, double width, size_t slots, const std::string& sample,
+                              const std::string& format, const std::string& name) {
+  const std::string data = "<array 0 to " + std::to_string(slots - 1) + ">";
+  return {"xAxis.setDateScale(" + Variant(start).toText() + ", " + Variant(start + width).toText() +
+              ", " + Variant(width / 10).toText() + ", 0)",
+          "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
+          "chart.addLineLayer2(0, 0)",
+          "layer.setXData(" + data + ")",
+          "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
+          "chart.formatValue(" + sample + ", \"" + format + "\")",
+          "layer.addDataSet(" + data + ", 16711680, \"" + name + "\")"};
+}
+std::vector<std::string> dataLine(double start, const std::string& sample,
+                                  const std::string& name) {
+  return line(start, 3600, 1500, sample, "Software: <*bgColor=FFCCCC*> {value|2} ", name);
+}
+const std::vector<std::string> kAutomatic = {"chart.layout()", "yAxis.getMinValue()",
+                                             "yAxis.getMaxValue()", "chart.makeChart2(2)"};
+std::vector<std::string> fixedScale(const std::string& ends) {
+  return {"yAxis.setLinearScale(" + ends + ", 0, 0)", "yAxis.setRounding(True, False)",
+          "chart.makeChart2(2)"};
+}
+
+TEST_F(Trends, TheDataTrendsDrawingCallByCall) {
+  using Steps = std::function<void(DTMDataTrendControl&)>;
+  const auto value = [](const Variant& v) {
+    return [v](DTMDataTrendControl& t) {
+      t.IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", v);
+    };
   };
-  EXPECT_EQ(lastDrawing(), expected);
-  EXPECT_TRUE(refCast<platform::Picture>(trend->ChartViewer1().Picture()));
+  const auto wait = [&](double seconds) {
+    return [this, seconds](DTMDataTrendControl&) { clock().advance(seconds); };
+  };
+  const auto click = [](platform::OptionButton& (ChartFrame::*button)()) {
+    return [button](DTMDataTrendControl& t) { headless::user((t.frame().*button)()).click(); };
+  };
+  const Steps scroll = [](DTMDataTrendControl& t) {
+    headless::user(t.frame().VScrollbar()).clickTrack(1);
+  };
+  const std::string hundred = "Software: <*bgColor=FFCCCC*> 100.00 ";
+  const std::string gap = "Software: <*bgColor=FFCCCC*>  ";
+  const struct {
+    const char* moment;
+    std::vector<Steps> steps;
+    std::vector<std::string> expected;
+  } cases[] = {
+      {"before any value",
+       {},
+       joined({dataHead("8, 0, 0"), dataLine(kEight, "1.7E+308", gap), kAutomatic})},
+      {"a value ten seconds on",
+       {wait(10), value(100.0)},
+       joined({dataHead("8, 0, 10"), dataLine(kEight, "\"100\"", hundred), fixedScale("85, 115")})},
+      {"the window slid by a tenth",
+       {value(100.0), wait(3700), value(100.0)},
+       joined({dataHead("9, 1, 40"), dataLine(kEight + 360, "\"100\"", hundred),
+               fixedScale("85, 115")})},
+      {"zoomed",
+       {value(100.0), click(&ChartFrame::zoomIn), wait(5), value(100.0)},
+       joined({dataHead("8, 0, 5"),
+               dataLine(kEight, "\"100\"", hundred),
+               {"yAxis.setRounding(True, False)", "chart.makeChart2(2)"}})},
+      {"scrolled",
+       {wait(5), value(100.0), click(&ChartFrame::HandScroll), scroll},
+       joined({dataHead("8, 0, 5"),
+               dataLine(kEight, "\"100\"", hundred),
+               {"yAxis.setRounding(True, False)", "chart.makeChart2(2)"}})},
+      {"after a value that is no number",
+       {value(100.0), wait(5), value(std::nan(""))},
+       joined({dataHead("8, 0, 5"), dataLine(kEight, "1.7E+308", gap), fixedScale("85, 115")})},
+  };
+  for (const auto& c : cases) {
+    clock().set({2026, 11, 23, 8, 0, 0});
+    auto trend = make<DTMDataTrendControl>();
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+    for (const auto& step : c.steps) step(*trend);
+    EXPECT_EQ(lastDrawing(), c.expected) << c.moment;
+  }
 }
 
 TEST_F(Trends, TheDataTrendsRangeOnlyGrows) {
@@ -255,6 +330,22 @@ TEST_F(Trends, TheDataTrendsFirstValuesOfZeroAndBelowZero) {
   EXPECT_TRUE(log->lines().empty());
 }
 
+TEST_F(Trends, AValueWhoseLimitsLeaveTheDoublesFailsToTheHostAndChangesNothing) {
+  auto trend = make<DTMDataTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  log->clear();
+  for (double value : {1.7e308, -1.7e308}) {
+    EXPECT_EQ(testing::errorOf([&] {
+                trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(value));
+              }),
+              err::Overflow);
+  }
+  EXPECT_EQ(trend->axisMin(), 85);
+  EXPECT_EQ(trend->axisMax(), 115);
+  EXPECT_EQ(trend->IDTMDataControl_Value(), Variant("100"));
+  EXPECT_TRUE(log->lines().empty());
+}
+
 TEST_F(Trends, TheDataTrendsUnitShowsItsEntryOrItself) {
   auto trend = make<DTMDataTrendControl>();
   trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(5.0));
@@ -294,20 +385,119 @@ TEST_F(Trends, TheFastTrendSamplesFourTimesASecondInBursts) {
   auto trend = make<DTMDynamicTrendControl>();
   clock().advance(10);
   EXPECT_EQ(samples(trend->timeStamps()), 0u) << "the timer starts with the first value";
-  log->clear();
   trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  // The first value draws before any sample exists: no line, no date scale.
-  for (const auto& line : lastDrawing()) {
-    EXPECT_EQ(line.find("setDateScale"), std::string::npos) << line;
-    EXPECT_EQ(line.find("addLineLayer2"), std::string::npos) << line;
-  }
+  log->clear();
   clock().advance(0.25);
   // The first firing fills the time since the creation: 10 s of four samples.
   EXPECT_EQ(samples(trend->timeStamps()), 41u);
+  EXPECT_EQ(log->lines(), std::vector<std::string>{"api.chartTime(2026, 11, 23, 8, 0, 10)"})
+      << "the timer reads the clock and draws nothing";
   clock().advance(1);
   EXPECT_EQ(samples(trend->timeStamps()), 45u);
   clock().advance(700);
   EXPECT_EQ(samples(trend->timeStamps()), 2500u);
+}
+
+// The fast trend's drawing before its line, with the plot area narrowed by the wider end label
+// of the visible part.
+std::vector<std::string> fastHead(const std::string& left, const std::string& width) {
+  return {"api.XYChart(708, 383, 16053492, 0, 0)",
+          "chart.setPlotArea(" + left + ", 61.1170212765957, " + width +
+              ", 239.375, 16777215, -1, -1, 13421772, 13421772)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
+          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
+          "yAxis.setLabelFormat(\"{value|P4}\")",
+          "xAxis.setTickDensity(75, 15)",
+          "xAxis.setWidth(2)",
+          "yAxis.setWidth(2)"};
+}
+
+TEST_F(Trends, TheFastTrendsDrawingCallByCall) {
+  const auto fastLine = [](double start) {
+    return line(start, 600, 2500, "\"100\"", "<*bgColor=FFCCCC*> {value|2} ",
+                "<*bgColor=FFCCCC*> 100.00 ");
+  };
+  const struct {
+    const char* moment;
+    std::function<void(DTMDynamicTrendControl&)> steps;
+    std::vector<std::string> expected;
+  } cases[] = {
+      {"the first value, before any sample", [](DTMDynamicTrendControl&) {},
+       joined({fastHead("77", "582.705882352941"), fixedScale("0, 115")})},
+      {"two seconds of samples",
+       [&](DTMDynamicTrendControl& t) {
+         clock().advance(2);
+         t.IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+       },
+       joined({fastHead("77", "582.705882352941"), fastLine(kEight + 1.75), fixedScale("0, 115")})},
+      {"zoomed to the lower half",
+       [&](DTMDynamicTrendControl& t) {
+         clock().advance(2);
+         headless::user(t.frame().zoomIn()).click();
+         t.ChartViewer1().ViewPortTop(0.5);
+         t.ChartViewer1().ViewPortHeight(0.5);
+         t.IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+       },
+       joined(
+           {fastHead("70", "589.705882352941"), fastLine(kEight + 1.75), fixedScale("0, 57.5")})},
+  };
+  for (const auto& c : cases) {
+    clock().set({2026, 11, 23, 8, 0, 0});
+    auto trend = make<DTMDynamicTrendControl>();
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    c.steps(*trend);
+    EXPECT_EQ(lastDrawing(), c.expected) << c.moment;
+  }
+  // A first value that is no number leaves the range at 0 to 0: the chart's own scale is taken.
+  auto trend = make<DTMDynamicTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(std::nan("")));
+  EXPECT_EQ(lastDrawing(), joined({fastHead("63", "596.705882352941"), kAutomatic}));
+  // The margin keeps the single precision of the label's width.
+  for (const auto& call : log->calls()) {
+    if (call.operation == "setPlotArea") {
+      EXPECT_EQ(call.args[0].type(), VarType::Single);
+    }
+  }
+}
+
+TEST_F(Trends, TheFastTrendFedFasterThanItsBeatStillSamplesOnTheBeat) {
+  auto trend = make<DTMDynamicTrendControl>();
+  log->clear();
+  for (int i = 0; i < 50; ++i) {
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    clock().advance(0.2);
+  }
+  clock().advance(0.1);  // past the beat at ten seconds, short of the next
+  const auto lines = log->lines();
+  EXPECT_EQ(std::count_if(lines.begin(), lines.end(),
+                          [](const std::string& l) { return l.starts_with("api.chartTime"); }),
+            40)
+      << "one clock reading a beat";
+  // The clock of the last beat is a few microseconds past the tenth second: its sample is in.
+  const auto stamps = trend->timeStamps();
+  ASSERT_EQ(samples(stamps), 41u);
+  EXPECT_EQ(stamps.back(), kEight + 10);
+  for (size_t i = stamps.size() - 41; i + 1 < stamps.size(); ++i) {
+    EXPECT_EQ(stamps[i + 1] - stamps[i], 0.25);
+  }
+}
+
+TEST_F(Trends, TheFastTrendsUnitWaitsForTheNextValueAndTextThatIsNoNumberStopsTheDrawing) {
+  auto trend = make<DTMDynamicTrendControl>();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  const Ref<Object> picture = trend->ChartViewer1().Picture();
+  log->clear();
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+  EXPECT_TRUE(log->lines().empty());
+  EXPECT_EQ(trend->unitValue(), Variant(1137));
+  // The range can't stretch around a text: the drawing ends there and the picture stays.
+  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant("high"));
+  EXPECT_EQ(log->lines(), std::vector<std::string>{"api.XYChart(708, 383, 16053492, 0, 0)"});
+  EXPECT_EQ(host->errorLines().back(), "Error on createChart 13 ,Description = Type mismatch");
+  EXPECT_EQ(trend->ChartViewer1().Picture(), picture);
 }
 
 TEST_F(Trends, TheFastTrendsRangeStretchesAroundEachDrawnValue) {
@@ -319,29 +509,6 @@ TEST_F(Trends, TheFastTrendsRangeStretchesAroundEachDrawnValue) {
     trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(step.value));
     EXPECT_DOUBLE_EQ(trend->axisMin(), step.min) << step.value;
     EXPECT_DOUBLE_EQ(trend->axisMax(), step.max) << step.value;
-  }
-}
-
-TEST_F(Trends, TheFastTrendsZoomReachesItsYAxis) {
-  auto trend = make<DTMDynamicTrendControl>();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  headless::user(trend->frame().zoomIn()).click();
-  trend->ChartViewer1().ViewPortTop(0.5);
-  trend->ChartViewer1().ViewPortHeight(0.5);
-  log->clear();
-  trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  const auto lines = lastDrawing();
-  EXPECT_NE(std::find(lines.begin(), lines.end(), "yAxis.setLinearScale(0, 57.5, 0, 0)"),
-            lines.end());
-  // The data trend's zoom only redraws.
-  auto data = make<DTMDataTrendControl>();
-  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  headless::user(data->frame().zoomIn()).click();
-  log->clear();
-  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
-  for (const auto& line : lastDrawing()) {
-    EXPECT_EQ(line.find("setLinearScale"), std::string::npos) << line;
   }
 }
 
@@ -361,41 +528,210 @@ TEST_F(Trends, TheFastTrendsUnitAndTooltip) {
   EXPECT_EQ(items, (std::vector<Variant>{Variant("Unit"), Variant("PV")}));
 }
 
+TEST_F(Trends, TheFastTrendKeepsOneTooltipWindowAndTakesItAlong) {
+  const headless::Tooltips& tips = headless::current().tooltips();
+  auto trend = make<DTMDynamicTrendControl>();
+  for (int i = 0; i < 3; ++i) {
+    trend->IDTMDataControl_DataItemDef(testing::element("<dataItem name='PV' description='d'/>"));
+  }
+  EXPECT_EQ(tips.liveCount(), 1u);
+  trend.reset();
+  EXPECT_EQ(tips.liveCount(), 0u);
+}
+
+TEST_F(Trends, AFailureWhileTheFastTrendTakesItsDataItemGoesToTheCaller) {
+  auto trend = make<DTMDynamicTrendControl>();
+  host->onCall = [](const host::HostCall& call) {
+    if (call.operation == "GetLocalizedString") throw VbError(err::ObjectNotSet);
+  };
+  EXPECT_EQ(testing::errorOf([&] {
+              trend->IDTMDataControl_DataItemDef(
+                  testing::element("<dataItem name='PV' description='d'/>"));
+            }),
+            91);
+  host->onCall = nullptr;
+  EXPECT_TRUE(host->errorLines().empty());
+}
+
 // ---- Both --------------------------------------------------------------------------------
 
-TEST_F(Trends, HostileValuesClocksAndViewportsNeverBreakATrend) {
+// A value reaches none of the setters' guards by itself: a viewer whose redraw fails and a host
+// that can't write a line stand in for what could.
+TEST_F(Trends, EachGuardWritesItsOwnLine) {
+  auto data = make<DTMDataTrendControl>();
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant::null());
+  EXPECT_EQ(host->errorLines().back(),
+            "Error on createChart 94 ,Description = Invalid use of Null");
+  auto fast = make<DTMDynamicTrendControl>();
+  fast->ChartViewer1().viewerEvents.ViewPortChanged = [](bool, bool) {
+    throw VbError(err::ObjectNotSet);
+  };
+  fast->IDTMDataControl_SetDeviceValue(Variant(1.0));
+  EXPECT_TRUE(host->errorLines().back().starts_with(
+      "Error on Dynamic Trend IDTMDataControl_SetDeviceValue91 ,Description = "));
+  host->onCall = [](const host::HostCall& call) {
+    if (call.operation == "LogError" &&
+        call.arguments.at(1).starts_with("Error on Dynamic Trend")) {
+      throw VbError(err::InvalidCall);
+    }
+  };
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(1.0));
+  EXPECT_EQ(host->errorLines().back(),
+            "Error on DynamicTrend Control IDtmDataSubscriptionControl_UpdateSubscriptionValues5 "
+            ",Description = Invalid procedure call or argument");
+}
+
+TEST_F(Trends, EachTrendLogsUnderItsOwnNameAndListsItsItems) {
+  make<DTMDataTrendControl>()->IDtmDataSubscriptionControl_UpdateSubscriptionValues(
+      "Unit", Variant::null());
+  make<DTMDynamicTrendControl>()->IDtmDataSubscriptionControl_UpdateSubscriptionValues(
+      "PV", Variant("high"));
+  auto multi = DTMMultiTrendControl::create();
+  multi->IDTMControl_Init(host);
+  multi->IDtmTrendControl_TrendDataDef(nullptr);
+  auto wave = DTMWaveFormControl::create();
+  wave->IDTMControl_Init(host);
+  wave->IDtmWaveFormControl_TrendDataDef(nullptr);
+  std::vector<std::string> loggers;
+  for (const auto& call : host->callsOf("LogError")) loggers.push_back(call.arguments.at(0));
+  EXPECT_EQ(loggers, (std::vector<std::string>{"DTMDataTrendControl", "DtmDynamicTrend",
+                                               "DtmDynamicTrend", "DTMWaveFormControl"}));
+  EXPECT_EQ(make<DTMDataTrendControl>()->IDtmDataSubscriptionControl_SubscriptionItems(),
+            Variant(VariantArray{0, {Variant("Unit"), Variant(""), Variant(""), Variant("PV")}}));
+}
+
+TEST_F(Trends, ANewUnitTextShowsAsGivenWithoutTranslation) {
+  host->translations["psi"] = "Pfund";
+  const auto check = [&](auto trend) {
+    trend->IDTMEnumeration1_UpdateEnumString("1137", "psi");
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+    trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(5.0));
+    EXPECT_TRUE(drew("yAxis.setTitle(\"psi\", \"arialbd.ttf\", 10, -65534)"));
+  };
+  check(make<DTMDataTrendControl>());
+  check(make<DTMDynamicTrendControl>());
+}
+
+// ---- Bad input --------------------------------------------------------------------------
+
+TEST_F(Trends, EachKindOfBadValueHasItsOutcome) {
+  const double inf = std::numeric_limits<double>::infinity();
+  const std::string null = "Error on createChart 94 ,Description = Invalid use of Null";
+  const std::string text = "Error on createChart 13 ,Description = Type mismatch";
+  const struct {
+    const char* what;
+    Variant value;
+    int dataError;  // what the data trend's host gets; 0: the value is taken, as a gap
+    std::vector<std::string> fastLines;
+    double fastMax;
+    bool fastSamplesGaps;  // else the fast trend's timer fails and takes no sample
+  } cases[] = {
+      {"NaN", Variant(std::nan("")), 0, {}, 115, true},
+      {"infinity", Variant(inf), 0, {}, 115, true},
+      {"minus infinity", Variant(-inf), 0, {}, 115, true},
+      {"1.7E+308", Variant(1.7e308), err::Overflow, {}, 1.7e308, true},
+      {"Null", Variant::null(), err::InvalidUseOfNull, {null}, 115, false},
+      {"text", Variant("high"), err::TypeMismatch, {text}, 115, true},
+  };
+  for (const auto& c : cases) {
+    clock().set({2026, 11, 23, 8, 0, 0});
+    auto data = make<DTMDataTrendControl>();
+    auto fast = make<DTMDynamicTrendControl>();
+    data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    clock().advance(5);
+    host->takeCalls();
+    EXPECT_EQ(testing::errorOf([&] {
+                data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", c.value);
+              }),
+              c.dataError)
+        << c.what;
+    EXPECT_EQ(data->axisMax(), 115) << c.what;
+    EXPECT_EQ(data->dataSeries().back(), c.dataError == 0 ? kNoValue : 100) << c.what;
+    fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", c.value);
+    EXPECT_EQ(host->errorLines(), c.fastLines) << c.what;
+    EXPECT_EQ(fast->axisMax(), c.fastMax) << c.what;
+    clock().advance(1);
+    EXPECT_EQ(fast->dataSeries().back(), c.fastSamplesGaps ? kNoValue : 100) << c.what;
+    EXPECT_EQ(unhandled().size(), c.fastSamplesGaps ? 0u : 1u) << c.what << ": one a burst";
+  }
+  // Both ends of the doubles: the fast trend's visible part no longer has a size.
+  auto fast = make<DTMDynamicTrendControl>();
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(1.7e308));
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(-1.7e308));
+  EXPECT_EQ(host->errorLines().back(), "Error on createChart 6 ,Description = Overflow");
+}
+
+TEST_F(Trends, ANullUnitStopsTheDrawingsUntilAUnitComes) {
+  auto data = make<DTMDataTrendControl>();
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant::null());
+  clock().advance(10);
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  EXPECT_EQ(host->errorLines().back(),
+            "Error on createChart 94 ,Description = Invalid use of Null");
+  EXPECT_EQ(samples(data->timeStamps()), 1u) << "a failed drawing takes no sample";
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Unit", Variant(1137));
+  EXPECT_EQ(samples(data->timeStamps()), 5u) << "the next drawing catches up";
+}
+
+TEST_F(Trends, ABurstOfValuesDrawsEachButSamplesOnTheClock) {
   auto data = make<DTMDataTrendControl>();
   auto fast = make<DTMDynamicTrendControl>();
-  const Variant values[] = {
-      Variant(std::nan("")),   Variant(std::numeric_limits<double>::infinity()),
-      Variant(1.7e308),        Variant::null(),
-      Variant("not a number"), Variant(),
-      Variant(-1e300)};
-  for (const Variant& value : values) {
-    testing::errorOf(
-        [&] { data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", value); });
-    fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", value);
-    clock().advance(1);
-  }
-  // A burst of a thousand values in a second, the clock back an hour, then a day on.
   for (int i = 0; i < 1000; ++i) {
+    data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(i % 7));
     fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(i % 7));
+    clock().advance(0.001);
   }
-  platform::LocalTime back = clock().now();
-  back.hour -= 1;
-  clock().set(back);
-  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(3.0));
-  clock().advance(86400);
+  clock().advance(0.1);
+  EXPECT_EQ(headless::user(data->ChartViewer1()).picturesShown(), 1000);
+  EXPECT_EQ(headless::user(fast->ChartViewer1()).picturesShown(), 1000);
+  EXPECT_EQ(samples(data->timeStamps()), 1u);
+  EXPECT_EQ(samples(fast->timeStamps()), 4u) << "the quarters of the first second";
+}
+
+TEST_F(Trends, AClockThatJumpsBackStandsStillAndOneThatJumpsOnFillsTheStore) {
+  auto data = make<DTMDataTrendControl>();
+  auto fast = make<DTMDynamicTrendControl>();
+  const auto feed = [&] {
+    data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    clock().advance(10);
+    data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+    fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  };
+  feed();
+  const size_t dataSamples = samples(data->timeStamps()), fastSamples = samples(fast->timeStamps());
+  const double dataStart = data->timeWindow().viewStart, fastStart = fast->timeWindow().viewStart;
+  // An hour back: nothing is sampled until the clock is past the last sample again.
+  clock().set({2026, 11, 23, 7, 0, 10});
+  feed();
+  EXPECT_EQ(samples(data->timeStamps()), dataSamples);
+  EXPECT_EQ(samples(fast->timeStamps()), fastSamples);
+  EXPECT_EQ(data->timeWindow().viewStart, dataStart);
+  // A day on: the store fills at once, and a drawing walks the window on by a tenth only.
+  clock().set({2026, 11, 24, 8, 0, 10});
+  clock().advance(0.25);
+  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  EXPECT_EQ(samples(data->timeStamps()), 1500u);
+  EXPECT_EQ(samples(fast->timeStamps()), 2500u);
+  EXPECT_EQ(data->timeWindow().viewStart, dataStart + 360);
+  EXPECT_EQ(fast->timeWindow().viewStart, fastStart + 60);
+}
+
+TEST_F(Trends, AViewportOutOfRangeComesBackIntoItAndASmallControlGrows) {
+  auto fast = make<DTMDynamicTrendControl>();
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  headless::user(fast->frame().zoomIn()).click();
   fast->ChartViewer1().ViewPortTop(-5);
   fast->ChartViewer1().ViewPortHeight(40);
   fast->window().Width(0);
-  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(3.0));
-  data->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(3.0));
-  EXPECT_EQ(samples(fast->timeStamps()), 2500u);
-  // A sample of Null fails in the timer's handler, which has no catch block.
-  for (const VbError& error : unhandled()) EXPECT_EQ(error.number(), err::InvalidUseOfNull);
-  EXPECT_TRUE(refCast<platform::Picture>(fast->ChartViewer1().Picture()));
-  EXPECT_TRUE(refCast<platform::Picture>(data->ChartViewer1().Picture()));
+  fast->window().Height(0);
+  fast->IDtmDataSubscriptionControl_UpdateSubscriptionValues("PV", Variant(100.0));
+  EXPECT_TRUE(drew("yAxis.setLinearScale(0, 115, 0, 0)")) << "the whole range";
+  EXPECT_TRUE(drew("api.XYChart(442, 240.666666666667, 16053492, 0, 0)"));
+  EXPECT_EQ(fast->ChartViewer1().ViewPortHeight(), 1);
 }
 
 }  // namespace

@@ -5,8 +5,8 @@
 
 #include "platform/picture.h"
 #include "support/resources.h"
-#include "values/dates.h"
 #include "values/text.h"
+#include "values/vb_error.h"
 
 namespace tessaline {
 
@@ -94,9 +94,10 @@ void ChartFrame::showChildren(bool visible) {
 }
 
 std::pair<double, double> ChartFrame::visibleRange(double axisMin, double axisMax) {
-  const double span = axisMax - axisMin;
+  const double span = checkedSub(axisMax, axisMin);
   const double top = viewer_->ViewPortTop(), height = viewer_->ViewPortHeight();
-  return {axisMax - (top + height) * span, axisMax - top * span};
+  return {checkedSub(axisMax, checkedMul(checkedAdd(top, height), span)),
+          checkedSub(axisMax, checkedMul(top, span))};
 }
 
 void ChartFrame::handOver(platform::chart::XYPlot& chart) {
@@ -104,12 +105,25 @@ void ChartFrame::handOver(platform::chart::XYPlot& chart) {
   viewer_->Picture(platform::PictureFromBytes(chart.makeChart2(2)));
 }
 
-double chartNow() {
+namespace {
+double overflowChecked(double result, double a, double b) {
+  if (std::isinf(result) && std::isfinite(a) && std::isfinite(b)) throw VbError(err::Overflow);
+  return result;
+}
+}  // namespace
+
+double checkedAdd(double a, double b) { return overflowChecked(a + b, a, b); }
+double checkedSub(double a, double b) { return overflowChecked(a - b, a, b); }
+double checkedMul(double a, double b) { return overflowChecked(a * b, a, b); }
+
+double chartNow(platform::chart::ChartApi& api) {
   const platform::LocalTime now = platform::backend().clock().now();
-  const double second = std::floor(now.second);
-  const double days =
-      serialFromCalendar(now.year, now.month, now.day) - serialFromCalendar(1, 1, 1);
-  return days * 86400 + now.hour * 3600.0 + now.minute * 60.0 + second + second / 1000 / 1000;
+  const auto part = [](int32_t value) { return Variant(static_cast<int16_t>(value)); };
+  const auto second = static_cast<int32_t>(std::floor(now.second));
+  return api.chartTime(part(now.year), part(now.month), part(now.day), part(now.hour),
+                       part(now.minute), part(second))
+             .toDouble() +
+         second / 1000.0 / 1000.0;
 }
 
 SampleRing::SampleRing(size_t slots) : slots_(std::max<size_t>(slots, 1), 1.7e308) {}

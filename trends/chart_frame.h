@@ -79,9 +79,16 @@ class ChartFrame {
   std::unique_ptr<platform::Timer> ChartUpdateTimer_, DataRateTimer_;
 };
 
-// chartNow: the platform clock's local time as chart time (seconds since 1 January of the year
-// 1), to the second, plus its seconds in millionths (a few microseconds at most).
-double chartNow();
+// Double arithmetic as the platform does it: a result of finite operands that lies beyond the
+// largest double fails with 6 (overflow). Carried on as an infinity, it would stay in a range
+// that only grows and spoil every later scale.
+double checkedAdd(double a, double b);
+double checkedSub(double a, double b);
+double checkedMul(double a, double b);
+
+// chartNow: the platform clock's local time, to the second, as the API object's chartTime, plus
+// its seconds in millionths (a few microseconds at most).
+double chartNow(platform::chart::ChartApi& api);
 
 // One array of samples, fixed in length: read in order, index 0 is the oldest and the last
 // index the newest; shiftData pushes the oldest out. It is held as a ring, so that a sample costs

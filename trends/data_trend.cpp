@@ -69,11 +69,12 @@ void DTMDataTrendControl::IDtmDataSubscriptionControl_UpdateSubscriptionValues(
 
 void DTMDataTrendControl::CalculateRange(const Variant& value) {
   const double v = value.toDouble();
-  // A value that is no number goes into the store as a gap; it leaves the kept limits alone, so
-  // that the range doesn't start over behind it.
+  // A value that is no number or infinite goes into the store as a gap; it leaves the kept
+  // limits alone, so that the range doesn't start over behind it.
   if (!std::isfinite(v)) return;
-  const Variant lower = v == 0 ? Variant(-2.0) : Variant(v - v * 0.15);
-  const Variant upper = v == 0 ? Variant(2.0) : Variant(v + v * 0.15);
+  // A limit beyond the doubles fails here, before the value is stored or drawn.
+  const Variant lower = v == 0 ? Variant(-2.0) : Variant(checkedSub(v, v * 0.15));
+  const Variant upper = v == 0 ? Variant(2.0) : Variant(checkedAdd(v, v * 0.15));
   if (!rangeInitialized_) {
     logger_->Error(" GAUGE Prev Value Initialized for " + name_);
     previousLower_ = axisMin_ = lower;
@@ -105,7 +106,7 @@ void DTMDataTrendControl::CalculateRange(const Variant& value) {
 
 // The time since the last drawing filled with the latest value, 2.5 seconds a sample.
 void DTMDataTrendControl::catchUpSamples() {
-  const double now = chartNow();
+  const double now = chartNow(api());
   const double step = frame_->DataRateTimer().Interval() / 100.0;
   while (nextDataTime_ <= now && step > 0) {
     takeSample(nextDataTime_);
@@ -115,11 +116,10 @@ void DTMDataTrendControl::catchUpSamples() {
 
 void DTMDataTrendControl::createChart() {
   guarded(*logger_, "Error on createChart ", [&] {
-    if (!api_) api_ = platform::chart::createChartApi();
-    auto chart = api_->XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
+    auto chart = api().XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
     const double textWidth = std::round(this->textWidth("0.00"));
     bool found = false;
-    drawFrame(*chart, 75, textWidth, unitEntryText(found));
+    drawFrame(*chart, Variant(textWidth + 75), textWidth, unitEntryText(found));
     auto x = chart->xAxis();
     auto y = chart->yAxis();
     x->setTickDensity(75, 15);

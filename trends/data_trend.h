@@ -8,6 +8,17 @@ namespace tessaline {
 // the time since the last one with samples of the latest value, 2.5 seconds apart, so a value
 // that stops coming goes on as a flat line for as long as drawings come. The y range is worked
 // out as values arrive, and only grows.
+//
+// What bad input does:
+// - NaN or an infinity is taken: the kept range stays, and its samples are gaps.
+// - A value whose 15 % limits leave the doubles (1.7E+308, -1.7E+308) fails with 6 (overflow),
+//   Null with 94 and text that is no number with 13, all to the host: nothing is stored or drawn.
+// - A Null unit fails every drawing with 94 ("Error on createChart 94 ...") until a unit comes;
+//   those drawings take no sample, and the next good one catches up.
+// - A burst of values draws once a value; the samples stay 2.5 s apart on the clock.
+// - A clock set back takes no sample until it passes the last one again; a clock a day on
+//   fills the store at the next drawing, and the window walks on by a tenth a drawing.
+// - The viewport never reaches this chart; a control smaller than 6630 by 3610 twips grows.
 class DTMDataTrendControl : public SingleItemTrend {
  public:
   static std::shared_ptr<DTMDataTrendControl> create();

@@ -48,11 +48,13 @@ void DTMDynamicTrendControl::IDTMControl_Init(Ref<GenericDtm> genericDtm) {
 void DTMDynamicTrendControl::IDTMDataControl_DataItemDef(Ref<Object> node) {
   dataItemNode_ = node;
   readDataItem(node, item_, kFirstTenAttributes);
-  guarded(*logger_, "Error on UpdateGuageControl", [&] {
-    tooltipText_ = LocalizeText(item_.Description);
-    const platform::WindowHandle viewer[] = {frame_->viewer().hWnd()};
-    tooltip_.create(*logger_, window_->hWnd(), viewer, tooltipText_);
-  });
+  // Only the tooltip's building catches its own failures; the rest goes to the caller, and the
+  // change is then not announced.
+  tooltipText_ = LocalizeText(item_.Description);
+  // One tool window per control: the one of an earlier dataItem goes first.
+  tooltip_.destroy();
+  const platform::WindowHandle viewer[] = {frame_->viewer().hWnd()};
+  tooltip_.create(*logger_, window_->hWnd(), viewer, tooltipText_);
   PropertyChanged("IDTMDataControl_DataItemDef");
 }
 
@@ -90,7 +92,7 @@ void DTMDynamicTrendControl::IDtmDataSubscriptionControl_UpdateSubscriptionValue
 
 // Samples come in bursts of four, since the clock moves in whole seconds.
 void DTMDynamicTrendControl::DataRateTimer_Timer() {
-  const double now = chartNow();
+  const double now = chartNow(api());
   const double step = frame_->DataRateTimer().Interval() / 1000.0;
   while (nextDataTime_ < now && step > 0) {
     takeSample(nextDataTime_);
@@ -107,8 +109,7 @@ std::string DTMDynamicTrendControl::UnitText() {
 
 void DTMDynamicTrendControl::createChart() {
   guarded(*logger_, "Error on createChart ", [&] {
-    if (!api_) api_ = platform::chart::createChartApi();
-    auto chart = api_->XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
+    auto chart = api().XYChart(chartWidth(), chartHeight(), 0xF4F4F4, 0, 0);
     // The range reaches 15 below and above every value a drawing has seen.
     const Variant v = IDTMDataControl_Value();
     if (!IsNotANumber(v)) {
@@ -119,7 +120,8 @@ void DTMDynamicTrendControl::createChart() {
     auto [lower, upper] = frame_->visibleRange(axisMin(), axisMax());
     const float textWidth = static_cast<float>(
         std::max(this->textWidth(twoDecimals(lower)), this->textWidth(twoDecimals(upper))));
-    drawFrame(*chart, 35, textWidth, UnitText());
+    // The margin stays in single precision, as the width it comes from.
+    drawFrame(*chart, Variant(textWidth + 35.0f), textWidth, UnitText());
     auto x = chart->xAxis();
     auto y = chart->yAxis();
     y->setLabelFormat("{value|P4}");

@@ -8,6 +8,23 @@ namespace tessaline {
 // The fast sibling of DTMDataTrendControl: the last ten minutes, sampled four times a second by
 // its own timer whether values come or not. Each drawing stretches the y range 15 around the
 // latest value, and the vertical viewport reaches the y axis, so zooming works.
+//
+// What bad input does:
+// - NaN or an infinity leaves the range alone; the timer's samples of it are gaps.
+// - 1.7E+308 stretches the range up to it for good, and its samples are gaps (it is NoValue).
+//   Once both ends of the doubles have been seen, the visible part has no size: every drawing
+//   fails with 6 and the picture stays.
+// - Text that is no number ends the drawing with 13 and the picture stays; its samples are gaps.
+// - Null ends the drawing with 94 and the picture stays; the timer's handler, which catches
+//   nothing, fails with 94 to the platform once a burst and takes no sample until a value comes.
+// - A Null unit fails every drawing with 94 until a unit comes; the timer samples on.
+// - A burst of values draws once a value; the samples stay on the 250 ms beat.
+// - A clock set back takes no sample until it passes the last one again; a clock a day on
+//   fills the store at the next beat, and the window walks on by a tenth a drawing.
+// - A viewport written out of range is brought back by the viewer at the update that draws;
+//   a control smaller than 6630 by 3610 twips grows.
+// - The timer can't fire inside a drawing: it is a message on the control's thread, and no
+//   drawing waits or yields.
 class DTMDynamicTrendControl : public SingleItemTrend {
  public:
   static std::shared_ptr<DTMDynamicTrendControl> create();

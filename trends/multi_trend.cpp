@@ -1,5 +1,7 @@
 #include "trends/multi_trend.h"
 
+#include <optional>
+
 #include "frame/logger.h"
 #include "values/text.h"
 
@@ -27,7 +29,7 @@ DTMMultiTrendControl::DTMMultiTrendControl()
     : HostFedChart("DTMMultiTrendControl", "MultiChartViewer", 11070, 7260),
       times_(kSamples),
       series_(kLines, SampleRing(kSamples)),
-      nextDataTime_(chartNow()) {
+      nextDataTime_(chartNow(api())) {
   ChartFrame& f = *frame_;
   f.HandScroll().events.Click = [this] { HandScroll_Click(); };
   f.zoomIn().events.Click = [this] { zoomIn_Click(); };
@@ -112,28 +114,24 @@ void DTMMultiTrendControl::IDtmTrendControl_ItemValue(const Variant& value) {
   frame_->viewer().updateViewPort(true, false);
 }
 
-void DTMMultiTrendControl::storeBandValue(Line line, const Variant& value, const char* property) {
-  values_[line] = value;
-  PropertyChanged(property);
-}
-
+// A band value is a sample in waiting, not a setting of the form: nothing is marked changed.
 void DTMMultiTrendControl::IDtmTrendControl_RangeHighValue(const Variant& value) {
-  storeBandValue(kRangeHigh, value, "IDtmTrendControl_RangeHighValue");
+  values_[kRangeHigh] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_RangeLowValue(const Variant& value) {
-  storeBandValue(kRangeLow, value, "IDtmTrendControl_RangeLowValue");
+  values_[kRangeLow] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_AlertHighValue(const Variant& value) {
-  storeBandValue(kAlertHigh, value, "IDtmTrendControl_AlertHighValue");
+  values_[kAlertHigh] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_AlertLowValue(const Variant& value) {
-  storeBandValue(kAlertLow, value, "IDtmTrendControl_AlertLowValue");
+  values_[kAlertLow] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_LimitHighValue(const Variant& value) {
-  storeBandValue(kLimitHigh, value, "IDtmTrendControl_LimitHighValue");
+  values_[kLimitHigh] = value;
 }
 void DTMMultiTrendControl::IDtmTrendControl_LimitLowValue(const Variant& value) {
-  storeBandValue(kLimitLow, value, "IDtmTrendControl_LimitLowValue");
+  values_[kLimitLow] = value;
 }
 
 void DTMMultiTrendControl::IDtmTrendControl_XLabel(const std::string& value) {
@@ -171,17 +169,22 @@ void DTMMultiTrendControl::IDtmDataSubscriptionControl_UpdateSubscriptionValues(
 // ---- Samples ------------------------------------------------------------------------------
 
 // A band's series starts to move with the first value the host gives it; the item's moves with
-// every sample, an empty value as 0.
+// every sample, an empty value as 0. Every value is read as a number before anything moves, so
+// that one that is none fails the drawing without leaving the series a moment apart.
 void DTMMultiTrendControl::appendSample() {
-  times_.shiftData(nextDataTime_);
+  std::array<std::optional<double>, kLines> numbers;
   for (Line line : {kAlertHigh, kAlertLow, kLimitHigh, kLimitLow, kRangeHigh, kRangeLow}) {
-    if (!values_[line].isEmpty()) series_[line].shiftData(values_[line].toDouble());
+    if (!values_[line].isEmpty()) numbers[line] = values_[line].toDouble();
   }
-  series_[kItem].shiftData(values_[kItem].toDouble());
+  numbers[kItem] = values_[kItem].toDouble();
+  times_.shiftData(nextDataTime_);
+  for (size_t line = 0; line < kLines; ++line) {
+    if (numbers[line]) series_[line].shiftData(*numbers[line]);
+  }
 }
 
 void DTMMultiTrendControl::catchUp() {
-  const double now = chartNow();
+  const double now = chartNow(api());
   const double step = frame_->DataRateTimer().Interval() / 100.0;
   while (nextDataTime_ <= now && step > 0) {
     appendSample();
@@ -228,9 +231,10 @@ void DTMMultiTrendControl::createChart(platform::ChartViewer& viewer) {
       addBand(*layer, bands_[2], kAlertHigh, kAlertLow);
     }
     scaleYAxis(*chart, viewer);
-    if (beyondPlainLabels(y->getMaxValue()) || beyondPlainLabels(y->getMinValue())) {
-      y->setLabelFormat("{value|e5}");
-    }
+    // Both ends are always read, also when the first is beyond already.
+    const bool maxBeyond = beyondPlainLabels(y->getMaxValue());
+    const bool minBeyond = beyondPlainLabels(y->getMinValue());
+    if (maxBeyond || minBeyond) y->setLabelFormat("{value|e5}");
     frame_->handOver(*chart);
   });
 }
@@ -257,7 +261,7 @@ void DTMMultiTrendControl::scaleYAxis(platform::chart::XYPlot& chart,
   const bool takeRange = axisMin_ == axisMax_ || viewer.ZoomDirection() == 0;
   if (viewer.MouseUsage() == 0) {
     y->setLinearScale(lowerRangeValue_, upperRangeValue_,
-                      (upperRangeValue_ - lowerRangeValue_) / 10, 0);
+                      checkedSub(upperRangeValue_, lowerRangeValue_) / 10, 0);
     if (takeRange) {
       axisMin_ = y->getMinValue();
       axisMax_ = y->getMaxValue();

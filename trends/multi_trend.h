@@ -10,6 +10,19 @@
 // pushes each value through IDtmTrendControl, band values first and the item value last, which
 // redraws and so samples; only the two items that scale the y axis come by subscription. Its
 // buttons only arm a pointer mode, which the next mouse press on the chart puts into effect.
+//
+// What bad input does:
+// - NaN and infinities are stored as they come, 1.7E+308 as a gap.
+// - A Null or text value (item or band) fails the drawing with 94 or 13 before the store
+//   moves; the picture stays.
+// - Limits reversed draw a scale that runs downward; equal limits leave the chart to scale
+//   itself over the data; limits at both ends of the doubles overflow (6) and fail the drawing.
+// - A definition that lacks a required attribute is read as far as it goes (one line, 91); a
+//   band without its item names draws no line; without "trendSource" the item's line has the
+//   chart's line colour and no name; children of other names are ignored, and of two of the
+//   same name the first counts.
+// - A control smaller than 6630 by 3610 twips grows; the height above 1 that Home may ask for
+//   is brought back into range by the viewer.
 namespace tessaline {
 
 // The plotted item of a definition, in the order of the type library's record.
@@ -123,7 +136,6 @@ class DTMMultiTrendControl : public HostFedChart,
     kItem,
     kLines
   };
-  void storeBandValue(Line line, const Variant& value, const char* property);
   void ReadTrendNode();
   void readBand(const Ref<platform::XmlNode>& node, const char* child, RangeSource& band);
   void appendSample();

@@ -18,10 +18,8 @@ Variant asValues(const std::vector<double>& numbers) {
 }  // namespace
 
 SingleItemTrend::SingleItemTrend(const std::string& className, size_t samples, double unset)
-    : DataMembers(className, nullptr),
-      store_(samples, 1),
-      nextDataTime_(chartNow()),
-      view_{unset, unset, unset} {
+    : DataMembers(className, nullptr), store_(samples, 1), view_{unset, unset, unset} {
+  nextDataTime_ = chartNow(api());
   active_ = true;
   canSubscribe_ = true;
   frame_ = std::make_unique<ChartFrame>(*window_, kSingleTrendLayout, "ChartViewer1");
@@ -79,10 +77,7 @@ void SingleItemTrend::IDTMEnumeration_EnumDataDef(Ref<Object> node) {
 void SingleItemTrend::IDTMEnumeration1_UpdateEnumString(const std::string& code,
                                                         const std::string& Label) {
   for (EnumData& unit : units_.usedSlots()) {
-    if (unit.code == code) {
-      unit.Label = Label;
-      unit.Local = LocalizeText(Label);
-    }
+    if (unit.code == code) unit.Local = Label;
   }
 }
 
@@ -98,6 +93,11 @@ double SingleItemTrend::yMajorTick() {
 
 void SingleItemTrend::restoreName(SingleItemTrend& trend, const Variant& name) {
   trend.IDTMDataControl_Name(name.toText());
+}
+
+platform::chart::ChartApi& SingleItemTrend::api() {
+  if (!api_) api_ = platform::chart::createChartApi();
+  return *api_;
 }
 
 double SingleItemTrend::textWidth(const std::string& text) {
@@ -120,11 +120,10 @@ std::string SingleItemTrend::unitEntryText(bool& found) {
   return result;
 }
 
-void SingleItemTrend::drawFrame(platform::chart::XYPlot& chart, double leftMargin, double textWidth,
-                                const std::string& unitText) {
+void SingleItemTrend::drawFrame(platform::chart::XYPlot& chart, const Variant& left,
+                                double textWidth, const std::string& unitText) {
   const double w = window_->Width(), h = window_->Height();
-  chart.setPlotArea(textWidth + leftMargin, h / 94, w / 17 - textWidth, h / 24, 0xFFFFFF, -1, -1,
-                    0xCCCCCC, 0xCCCCCC);
+  chart.setPlotArea(left, h / 94, w / 17 - textWidth, h / 24, 0xFFFFFF, -1, -1, 0xCCCCCC, 0xCCCCCC);
   chart.setClipping(0);
   chart.addTitle(LocalizeText(caption_), "", 13, 0xFFFFFF, 0x033166,
                  static_cast<int32_t>(0xFF000000));
@@ -143,7 +142,8 @@ void SingleItemTrend::drawLine(platform::chart::XYPlot& chart, const std::string
 }
 
 // The store keeps numbers: a sample whose text reads as no number is a gap, as the chart would
-// draw it.
+// draw it, and the line is named after the gap too. The empty text before the first value is
+// such a sample: the drawing goes on to the chart's own scale instead of failing on the name.
 void SingleItemTrend::takeSample(double at) {
   const Variant v = IDTMDataControl_Value();
   double sample = kNoValue;
@@ -153,7 +153,7 @@ void SingleItemTrend::takeSample(double at) {
     } catch (const VbError&) {
     }
   }
-  newestSample_ = IsNotANumber(v) ? Variant(kNoValue) : v;
+  newestSample_ = sample == kNoValue ? Variant(kNoValue) : v;
   const double values[] = {sample};
   store_.shiftData(at, values);
 }

@@ -49,7 +49,7 @@ class SingleItemTrend : public DataMembers<NoDataControlInterface>,
   // The unit table.
   Ref<Object> IDTMEnumeration_EnumDataDef() override { return enumNode_; }
   void IDTMEnumeration_EnumDataDef(Ref<Object> node) override;
-  // A new text for the unit of that code.
+  // A new display text for the unit of that code, taken as the host gives it.
   void IDTMEnumeration1_UpdateEnumString(const std::string& code,
                                          const std::string& Label) override;
 
@@ -87,7 +87,9 @@ class SingleItemTrend : public DataMembers<NoDataControlInterface>,
   // `samples` slots in the store, the window `unset` until the first sample is drawn.
   SingleItemTrend(const std::string& className, size_t samples, double unset);
 
-  // The control's own text width of a text, in its scale unit of twips.
+  // The API object, made at the first need: the clock at creation.
+  platform::chart::ChartApi& api();
+  // The control's own text width of a text, in pixels, the unit of the plot area it narrows.
   double textWidth(const std::string& text);
   // The pixel size of the chart: the control's size in twips over 15.
   double chartWidth() const { return window_->Width() / 15.0; }
@@ -95,9 +97,9 @@ class SingleItemTrend : public DataMembers<NoDataControlInterface>,
   // The unit of the y axis: the text of the unit value, or the Local of its entry in the unit
   // table (a later entry of the same code wins).
   std::string unitEntryText(bool& found);
-  // Steps of the drawing that both trends take, with their own numbers: the plot area at
-  // `left` + the text width, the title, the axes' widths and label format.
-  void drawFrame(platform::chart::XYPlot& chart, double leftMargin, double textWidth,
+  // Steps of the drawing that both trends take, with their own numbers: the plot area from
+  // `left`, its width less the text width, the title and the y axis's title.
+  void drawFrame(platform::chart::XYPlot& chart, const Variant& left, double textWidth,
                  const std::string& unitText);
   // The samples as a line, when the newest time stamp is a time; the data set's name is the
   // newest sample through `nameFormat`.

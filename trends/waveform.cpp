@@ -134,8 +134,9 @@ void DTMWaveFormControl::scaleAxes(platform::chart::XYPlot& chart) {
   } else {
     const auto [lower, upper] = frame_->visibleRange(yMin_, yMax_);
     const double left = viewer.ViewPortLeft(), width = viewer.ViewPortWidth();
-    const double xLower = xMin_ + left * (xMax_ - xMin_);
-    const double xUpper = xMin_ + (left + width) * (xMax_ - xMin_);
+    const double xSpan = checkedSub(xMax_, xMin_);
+    const double xLower = checkedAdd(xMin_, checkedMul(left, xSpan));
+    const double xUpper = checkedAdd(xMin_, checkedMul(checkedAdd(left, width), xSpan));
     // Zoomed out all the way: the next drawing shows all.
     if (zoomedOutFlag_ && viewer.ViewPortTop() == 0) viewer.MouseUsage(0);
     y->setLinearScale(lower, upper, 0, 0);
@@ -162,12 +163,12 @@ void DTMWaveFormControl::describeMembers(MemberTableBuilder<DTMWaveFormControl>&
       .TESSALINE_PROPERTY(std::string, IDtmWaveFormControl_XLabel)
       .TESSALINE_PROPERTY(std::string, IDtmWaveFormControl_YLabel)
       .TESSALINE_PROPERTY(std::string, IDtmWaveFormControl_title)
-      .procedure("IDtmWaveFormControl_SetXAxisValues", &Self::IDtmWaveFormControl_SetXAxisValues)
-      .procedure("IDtmWaveFormControl_SetYAxisValues", &Self::IDtmWaveFormControl_SetYAxisValues)
-      .procedure("IDtmWaveFormControl_SetXLowerValue", &Self::IDtmWaveFormControl_SetXLowerValue)
-      .procedure("IDtmWaveFormControl_SetXUpperValue", &Self::IDtmWaveFormControl_SetXUpperValue)
-      .procedure("IDtmWaveFormControl_SetXUnit", &Self::IDtmWaveFormControl_SetXUnit)
-      .procedure("IDtmWaveFormControl_SetYUnit", &Self::IDtmWaveFormControl_SetYUnit)
+      .writeOnly("IDtmWaveFormControl_SetXAxisValues", &Self::IDtmWaveFormControl_SetXAxisValues)
+      .writeOnly("IDtmWaveFormControl_SetYAxisValues", &Self::IDtmWaveFormControl_SetYAxisValues)
+      .writeOnly("IDtmWaveFormControl_SetXLowerValue", &Self::IDtmWaveFormControl_SetXLowerValue)
+      .writeOnly("IDtmWaveFormControl_SetXUpperValue", &Self::IDtmWaveFormControl_SetXUpperValue)
+      .writeOnly("IDtmWaveFormControl_SetXUnit", &Self::IDtmWaveFormControl_SetXUnit)
+      .writeOnly("IDtmWaveFormControl_SetYUnit", &Self::IDtmWaveFormControl_SetYUnit)
       .procedure("IDtmWaveFormControl_DrawChart", &Self::IDtmWaveFormControl_DrawChart);
 }
 

@@ -6,6 +6,20 @@
 // One curve, y against x, from two arrays that the host hands over, drawn when the host asks
 // or the viewport moves. It keeps no history; zooming and scrolling move over the data on both
 // axes, and zooming out all the way returns to the plain full view.
+//
+// What bad input does:
+// - Arrays of different lengths: the line pairs points as far as both go; the y scale counts
+//   every y. No x: no line. No y: the drawing fails with 9 and the picture stays.
+// - NaN as the first y is both ends of the scale (no comparison with it holds), and the chart
+//   scales itself; later it is a gap. Infinite y values are the ends, and the chart scales
+//   itself. NaN and infinities in x are gaps.
+// - x out of order is drawn in the order given; all y equal leave the chart to scale itself;
+//   reversed x limits draw a scale that runs backwards.
+// - Ten million points draw: the cost grows with the points, and each line is reduced to a few
+//   points a pixel column before it is drawn.
+// - A control of no size draws a chart of no pixels; it has no least size.
+// - A definition that lacks an attribute is read as far as it goes (one line, 91); without
+//   "lineColor" the curve has the chart's line colour.
 namespace tessaline {
 
 class DTMWaveFormControl : public HostFedChart, public virtual IDtmWaveFormControl {

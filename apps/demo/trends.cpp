@@ -75,7 +75,7 @@ void playTrends(Transcript& t, const std::filesystem::path& out) {
   t.host("subscribes a data trend and a fast trend to PT1 and its unit (bar)");
   auto data = make<DTMDataTrendControl>(host, "PT1_hour");
   auto fast = make<DTMDynamicTrendControl>(host, "PT1_minutes");
-  t.note("the device sends PT1 every second to the fast trend, every 10 s to the data trend;");
+  t.note("the device sends PT1 every 5 s to the fast trend, every 10 s to the data trend;");
   t.note(
       "the fast trend samples four times a second by its own timer, the data trend at each "
       "drawing");
@@ -179,6 +179,9 @@ void playMultiTrendAndWaveForm(Transcript& t, const std::filesystem::path& out) 
   for (int i = 0; i < 3; ++i) headless::user(wave->ChartViewer1()).click(150, 150);
   t.note("mouse usage after zooming out all the way: " +
          std::to_string(wave->ChartViewer1().MouseUsage()));
+  t.host("draws the wave form again: with the zoom mode ended, it shows all");
+  wave->IDtmWaveFormControl_DrawChart();
+  writePicture(t, wave->ChartViewer1(), out / "DTMWaveFormControl-zoomed-out.png");
   for (const std::string& line : host->errorLines()) t.note("error line: " + line);
   SetSharedHost(nullptr);
 }
