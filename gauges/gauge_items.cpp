@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "values/arithmetic.h"
+
 namespace tessaline {
 
 namespace {
@@ -81,8 +83,10 @@ void DynamicRange::restart() {
 
 void DynamicRange::CalculateRange(const Variant& value, const std::string& name, Logger& logger) {
   const double v = value.toDouble();
-  const double lower = v == 0 ? -2.0 : v - std::fabs(v) * 0.15;
-  const double upper = v == 0 ? 2.0 : v + std::fabs(v) * 0.15;
+  // Arithmetic that leaves the doubles fails with 6, as the platform's does, before anything
+  // is kept.
+  const double lower = v == 0 ? -2.0 : checkedSub(v, std::fabs(v) * 0.15);
+  const double upper = v == 0 ? 2.0 : checkedAdd(v, std::fabs(v) * 0.15);
   const Variant candidateLower(lower);
   const Variant candidateUpper(upper);
 
@@ -117,10 +121,11 @@ void DynamicRange::CalculateRange(const Variant& value, const std::string& name,
   }
 
   // Upper first: a limit that lies five magnitudes of the value away snaps back.
-  if (std::fabs(currentUpper.toDouble() - v) >= std::fabs(v * 5)) {
+  const double fiveTimes = std::fabs(checkedMul(v, 5));
+  if (std::fabs(checkedSub(currentUpper.toDouble(), v)) >= fiveTimes) {
     currentUpper = previousUpper = candidateUpper;
   }
-  if (std::fabs(currentLower.toDouble() - v) >= std::fabs(v * 5)) {
+  if (std::fabs(checkedSub(currentLower.toDouble(), v)) >= fiveTimes) {
     currentLower = previousLower = candidateLower;
   }
 }

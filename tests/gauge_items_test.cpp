@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "support.h"
 
 namespace tessaline {
@@ -184,6 +186,16 @@ TEST_F(DynamicRangeTest, AValueThatIsNoNumberLeavesTheLimits) {
   EXPECT_EQ(limits(), std::make_pair(85.0, 115.0));
   range.CalculateRange(Variant("110"), "Flow", *logger);
   EXPECT_EQ(limits(), std::make_pair(85.0, 126.5));
+}
+
+// Arithmetic that leaves the doubles overflows as the platform's does: the 15 % limits of the
+// largest values, and five times a value beyond a fifth of the largest double.
+TEST_F(DynamicRangeTest, ArithmeticBeyondTheLargestDoubleFailsWithOverflow) {
+  value(100);
+  for (const double v : {1.7e308, -1.7e308, 4e307}) {
+    EXPECT_EQ(testing::errorOf([&] { value(v); }), err::Overflow) << v;
+    EXPECT_TRUE(std::isfinite(limits().first) && std::isfinite(limits().second)) << v;
+  }
 }
 
 }  // namespace

@@ -105,17 +105,6 @@ void ChartFrame::handOver(platform::chart::XYPlot& chart) {
   viewer_->Picture(platform::PictureFromBytes(chart.makeChart2(2)));
 }
 
-namespace {
-double overflowChecked(double result, double a, double b) {
-  if (std::isinf(result) && std::isfinite(a) && std::isfinite(b)) throw VbError(err::Overflow);
-  return result;
-}
-}  // namespace
-
-double checkedAdd(double a, double b) { return overflowChecked(a + b, a, b); }
-double checkedSub(double a, double b) { return overflowChecked(a - b, a, b); }
-double checkedMul(double a, double b) { return overflowChecked(a * b, a, b); }
-
 double chartNow(platform::chart::ChartApi& api) {
   const platform::LocalTime now = platform::backend().clock().now();
   const auto part = [](int32_t value) { return Variant(static_cast<int16_t>(value)); };

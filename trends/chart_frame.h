@@ -9,6 +9,7 @@
 #include "platform/chart.h"
 #include "platform/chart_viewer.h"
 #include "platform/widgets.h"
+#include "values/arithmetic.h"
 #include "values/variant.h"
 
 // The frame of the four chart controls: the viewer, four pointer-mode buttons over its corner,
@@ -78,13 +79,6 @@ class ChartFrame {
   std::unique_ptr<platform::ScrollBar> HScrollbar_, VScrollbar_;
   std::unique_ptr<platform::Timer> ChartUpdateTimer_, DataRateTimer_;
 };
-
-// Double arithmetic as the platform does it: a result of finite operands that lies beyond the
-// largest double fails with 6 (overflow). Carried on as an infinity, it would stay in a range
-// that only grows and spoil every later scale.
-double checkedAdd(double a, double b);
-double checkedSub(double a, double b);
-double checkedMul(double a, double b);
 
 // chartNow: the platform clock's local time, to the second, as the API object's chartTime, plus
 // its seconds in millionths (a few microseconds at most).
