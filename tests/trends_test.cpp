@@ -21,6 +21,8 @@ using testing::joined;
 using testing::kNoValue;
 using testing::samples;
 
+// Chart time of 23 November 2026, 08:00, when each test's trends are made.
+constexpr double kEight = 63931017600;
 constexpr const char* kUnits =
     "<enumeration><e name='bar' code='1137' label='unit_bar'/></enumeration>";
 
@@ -141,93 +143,6 @@ TEST(TimeWindow, EntersAtTheLeftAndJumpsOnByATenth) {
 
 // ---- DTMDataTrendControl -------------------------------------------------------------------
 
-// Chart time of 23 November 2026, 08:00, when each test's trends are made.
-constexpr double kEight = 63931017600;
-
-// The data trend's drawing in parts: all before its line, with the clock of the catching up;
-// the line under its time window, named after the newest sample.
-std::vector<std::string> dataHead(const std::string& clock) {
-  return {"api.XYChart(657, 389, 16053492, 0, 0)",
-          "chart.setPlotArea(103, 62.0744680851064, 551.705882352941, 243.125, 16777215, -1, -1, "
-          "13421772, 13421772)",
-          "chart.setClipping(0)",
-          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
-          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
-          "xAxis.setTickDensity(75, 15)",
-          "xAxis.setWidth(2)",
-          "yAxis.setWidth(2)",
-          "yAxis.setLabelFormat(\"{value|P4}\")",
-          "api.chartTime(2026, 11, 23, " + clock + ")"};
-}
-std::vector<std::string> line(double start, double width, size_t slots, const std::string& sample,
-                              const std::string& format, const std::string& name) {
-  const std::string data = "<array 0 to " + std::to_string(slots - 1) + ">";
-  return {"xAxis.setDateScale(" + Variant(start).toText() + ", " + Variant(start + width).toText() +
-              ", " + Variant(width / 10).toText() + ", 0)",
-          "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
-          "chart.addLineLayer2(0, 0)",
-          "layer.setXData(" + data + ")",
-          "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
-          "chart.formatValue(" + sample + ", \"" + format + "\")",
-          "layer.addDataSet(" + data + ", 16711680, \"" + name + "\")"};
-}
-std::vector<std::string> dataLine(double start, const std::string& sample,
-                                  const std::string& name) {
-  return line(start, 3600, 1500, sample, "Software: <*bgColor=FFCCCC*> {value|2} ", name);
-}
-const std::vector<std::string> kAutomatic = {"chart.layout()", "yAxis.getMinValue()",
-                                             "yAxis.getMaxValue()", "chart.makeChart2(2)"};
-std::vector<std::string> fixedScale(const std::string& ends) {
-  return {"yAxis.setLinearScale(" + ends + ", 0, 0)", "yAxis.setRounding(True, False)",
-          "chart.makeChart2(2)"};
-}
-// In a pointer mode the chart keeps the scale it has.
-const std::vector<std::string> kKeptScale = {"yAxis.setRounding(True, False)",
-                                             "chart.makeChart2(2)"};
-
-TEST_F(Trends, TheDataTrendsDrawingCallByCall) {
-  using Step = std::function<void(const std::shared_ptr<DTMDataTrendControl>&)>;
-  const auto value = [](const Variant& v) { return Step([v](auto& t) { send(t, "PV", v); }); };
-  const auto wait = [](double s) { return Step([s](auto&) { clock().advance(s); }); };
-  const auto click = [](platform::OptionButton& (ChartFrame::*button)()) {
-    return Step([button](auto& t) { headless::user((t->frame().*button)()).click(); });
-  };
-  const Step scroll = [](auto& t) { headless::user(t->frame().VScrollbar()).clickTrack(1); };
-  const std::string hundred = "Software: <*bgColor=FFCCCC*> 100.00 ";
-  const auto at100 = dataLine(kEight, "\"100\"", hundred);
-  const auto gap = dataLine(kEight, "1.7E+308", "Software: <*bgColor=FFCCCC*>  ");
-  const struct {
-    const char* moment;
-    std::vector<Step> steps;
-    std::vector<std::string> expected;
-  } cases[] = {
-      {"before any value", {}, joined({dataHead("8, 0, 0"), gap, kAutomatic})},
-      {"a value ten seconds on",
-       {wait(10), value(100.0)},
-       joined({dataHead("8, 0, 10"), at100, fixedScale("85, 115")})},
-      {"the window slid by a tenth",
-       {value(100.0), wait(3700), value(100.0)},
-       joined({dataHead("9, 1, 40"), dataLine(kEight + 360, "\"100\"", hundred),
-               fixedScale("85, 115")})},
-      {"zoomed",
-       {value(100.0), click(&ChartFrame::zoomIn), wait(5), value(100.0)},
-       joined({dataHead("8, 0, 5"), at100, kKeptScale})},
-      {"scrolled",
-       {wait(5), value(100.0), click(&ChartFrame::HandScroll), scroll},
-       joined({dataHead("8, 0, 5"), at100, kKeptScale})},
-      {"after a value that is no number",
-       {value(100.0), wait(5), value(std::nan(""))},
-       joined({dataHead("8, 0, 5"), gap, fixedScale("85, 115")})},
-  };
-  for (const auto& c : cases) {
-    clock().set({2026, 11, 23, 8, 0, 0});
-    auto trend = make<DTMDataTrendControl>();
-    send(trend, "Unit", 1137);
-    for (const auto& step : c.steps) step(trend);
-    EXPECT_EQ(lastDrawing(), c.expected) << c.moment;
-  }
-}
-
 // The data trend's range grows by 15 % around new values and never shrinks; the fast trend's
 // stretches to 15 around every drawn value.
 TEST_F(Trends, EachTrendsRangeFollowsItsValues) {
@@ -331,69 +246,6 @@ TEST_F(Trends, TheFastTrendSamplesFourTimesASecondInBursts) {
   EXPECT_EQ(samples(trend->timeStamps()), 2500u);
 }
 
-// The fast trend's drawing before its line, with the plot area narrowed by the wider end label
-// of the visible part.
-std::vector<std::string> fastHead(const std::string& left, const std::string& width) {
-  return {"api.XYChart(708, 383, 16053492, 0, 0)",
-          "chart.setPlotArea(" + left + ", 61.1170212765957, " + width +
-              ", 239.375, 16777215, -1, -1, 13421772, 13421772)",
-          "chart.setClipping(0)",
-          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
-          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
-          "yAxis.setLabelFormat(\"{value|P4}\")",
-          "xAxis.setTickDensity(75, 15)",
-          "xAxis.setWidth(2)",
-          "yAxis.setWidth(2)"};
-}
-
-TEST_F(Trends, TheFastTrendsDrawingCallByCall) {
-  using Trend = std::shared_ptr<DTMDynamicTrendControl>;
-  const auto withSamples = line(kEight + 1.75, 600, 2500, "\"100\"",
-                                "<*bgColor=FFCCCC*> {value|2} ", "<*bgColor=FFCCCC*> 100.00 ");
-  const struct {
-    const char* moment;
-    std::function<void(const Trend&)> steps;
-    std::vector<std::string> expected;
-  } cases[] = {
-      {"the first value, before any sample", [](const Trend&) {},
-       joined({fastHead("77", "582.705882352941"), fixedScale("0, 115")})},
-      {"two seconds of samples",
-       [&](const Trend& t) {
-         clock().advance(2);
-         send(t, "PV", 100.0);
-       },
-       joined({fastHead("77", "582.705882352941"), withSamples, fixedScale("0, 115")})},
-      {"zoomed to the lower half",
-       [&](const Trend& t) {
-         clock().advance(2);
-         headless::user(t->frame().zoomIn()).click();
-         t->ChartViewer1().ViewPortTop(0.5);
-         t->ChartViewer1().ViewPortHeight(0.5);
-         send(t, "PV", 100.0);
-       },
-       joined({fastHead("70", "589.705882352941"), withSamples, fixedScale("0, 57.5")})},
-  };
-  for (const auto& c : cases) {
-    clock().set({2026, 11, 23, 8, 0, 0});
-    auto trend = make<DTMDynamicTrendControl>();
-    send(trend, "Unit", 1137);
-    send(trend, "PV", 100.0);
-    c.steps(trend);
-    EXPECT_EQ(lastDrawing(), c.expected) << c.moment;
-  }
-  // A first value that is no number leaves the range at 0 to 0: the chart's own scale is taken.
-  auto trend = make<DTMDynamicTrendControl>();
-  send(trend, "Unit", 1137);
-  send(trend, "PV", std::nan(""));
-  EXPECT_EQ(lastDrawing(), joined({fastHead("63", "596.705882352941"), kAutomatic}));
-  // The margin keeps the single precision of the label's width.
-  for (const auto& call : log->calls()) {
-    if (call.operation == "setPlotArea") {
-      EXPECT_EQ(call.args[0].type(), VarType::Single);
-    }
-  }
-}
-
 TEST_F(Trends, TheFastTrendFedFasterThanItsBeatStillSamplesOnTheBeat) {
   auto trend = make<DTMDynamicTrendControl>();
   log->clear();
@@ -453,6 +305,136 @@ TEST_F(Trends, TheFastTrendKeepsOneTooltipWindowAndTakesItAlong) {
 }
 
 // ---- Both --------------------------------------------------------------------------------
+
+// The data trend's drawing in parts: all before its line, with the clock of the catching up;
+// the line under its time window, named after the newest sample.
+std::vector<std::string> dataHead(const std::string& clock) {
+  return {"api.XYChart(657, 389, 16053492, 0, 0)",
+          "chart.setPlotArea(103, 62.0744680851064, 551.705882352941, 243.125, 16777215, -1, -1, "
+          "13421772, 13421772)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
+          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
+          "xAxis.setTickDensity(75, 15)",
+          "xAxis.setWidth(2)",
+          "yAxis.setWidth(2)",
+          "yAxis.setLabelFormat(\"{value|P4}\")",
+          "api.chartTime(2026, 11, 23, " + clock + ")"};
+}
+std::vector<std::string> line(double start, double width, size_t slots, const std::string& sample,
+                              const std::string& format, const std::string& name) {
+  const std::string data = "<array 0 to " + std::to_string(slots - 1) + ">";
+  return {"xAxis.setDateScale(" + Variant(start).toText() + ", " + Variant(start + width).toText() +
+              ", " + Variant(width / 10).toText() + ", 0)",
+          "xAxis.setLabelFormat(\"{value|hh:nn:ss}\")",
+          "chart.addLineLayer2(0, 0)",
+          "layer.setXData(" + data + ")",
+          "xAxis.setLabelStyle(\"SSERIFE.FON\", 8, 0, 20)",
+          "chart.formatValue(" + sample + ", \"" + format + "\")",
+          "layer.addDataSet(" + data + ", 16711680, \"" + name + "\")"};
+}
+std::vector<std::string> dataLine(double start, const std::string& sample,
+                                  const std::string& name) {
+  return line(start, 3600, 1500, sample, "Software: <*bgColor=FFCCCC*> {value|2} ", name);
+}
+const std::vector<std::string> kAutomatic = {"chart.layout()", "yAxis.getMinValue()",
+                                             "yAxis.getMaxValue()", "chart.makeChart2(2)"};
+std::vector<std::string> fixedScale(const std::string& ends) {
+  return {"yAxis.setLinearScale(" + ends + ", 0, 0)", "yAxis.setRounding(True, False)",
+          "chart.makeChart2(2)"};
+}
+// In a pointer mode the chart keeps the scale it has.
+const std::vector<std::string> kKeptScale = {"yAxis.setRounding(True, False)",
+                                             "chart.makeChart2(2)"};
+
+// The fast trend's drawing before its line, with the plot area narrowed by the wider end label
+// of the visible part.
+std::vector<std::string> fastHead(const std::string& left, const std::string& width) {
+  return {"api.XYChart(708, 383, 16053492, 0, 0)",
+          "chart.setPlotArea(" + left + ", 61.1170212765957, " + width +
+              ", 239.375, 16777215, -1, -1, 13421772, 13421772)",
+          "chart.setClipping(0)",
+          "chart.addTitle(\"Pressure\", \"\", 13, 16777215, 209254, -16777216)",
+          "yAxis.setTitle(\"bar\", \"arialbd.ttf\", 10, -65534)",
+          "yAxis.setLabelFormat(\"{value|P4}\")",
+          "xAxis.setTickDensity(75, 15)",
+          "xAxis.setWidth(2)",
+          "yAxis.setWidth(2)"};
+}
+
+TEST_F(Trends, EachTrendsDrawingCallByCall) {
+  using Step = std::function<void(SingleItemTrend&)>;
+  const auto value = [](const Variant& v) { return Step([v](auto& t) { send(&t, "PV", v); }); };
+  const auto wait = [](double s) { return Step([s](auto&) { clock().advance(s); }); };
+  const auto click = [](platform::OptionButton& (ChartFrame::*button)()) {
+    return Step([button](auto& t) { headless::user((t.frame().*button)()).click(); });
+  };
+  const Step scroll = [](auto& t) { headless::user(t.frame().VScrollbar()).clickTrack(1); };
+  const Step lowerHalf = [](auto& t) {
+    t.ChartViewer1().ViewPortTop(0.5);
+    t.ChartViewer1().ViewPortHeight(0.5);
+  };
+  const std::string hundred = "Software: <*bgColor=FFCCCC*> 100.00 ";
+  const auto at100 = dataLine(kEight, "\"100\"", hundred);
+  const auto gap = dataLine(kEight, "1.7E+308", "Software: <*bgColor=FFCCCC*>  ");
+  const auto fastHundred = line(kEight + 1.75, 600, 2500, "\"100\"",
+                                "<*bgColor=FFCCCC*> {value|2} ", "<*bgColor=FFCCCC*> 100.00 ");
+  const auto fastHead77 = fastHead("77", "582.705882352941");
+  constexpr bool kFast = true, kData = false;
+  const struct {
+    std::pair<bool, const char*> moment;  // of the fast trend or of the data trend
+    std::vector<Step> steps;
+    std::vector<std::string> expected;
+  } cases[] = {
+      {{kData, "before any value"}, {}, joined({dataHead("8, 0, 0"), gap, kAutomatic})},
+      {{kData, "a value ten seconds on"},
+       {wait(10), value(100.0)},
+       joined({dataHead("8, 0, 10"), at100, fixedScale("85, 115")})},
+      {{kData, "the window slid by a tenth"},
+       {value(100.0), wait(3700), value(100.0)},
+       joined({dataHead("9, 1, 40"), dataLine(kEight + 360, "\"100\"", hundred),
+               fixedScale("85, 115")})},
+      {{kData, "zoomed"},
+       {value(100.0), click(&ChartFrame::zoomIn), wait(5), value(100.0)},
+       joined({dataHead("8, 0, 5"), at100, kKeptScale})},
+      {{kData, "scrolled"},
+       {wait(5), value(100.0), click(&ChartFrame::HandScroll), scroll},
+       joined({dataHead("8, 0, 5"), at100, kKeptScale})},
+      {{kData, "after a value that is no number"},
+       {value(100.0), wait(5), value(std::nan(""))},
+       joined({dataHead("8, 0, 5"), gap, fixedScale("85, 115")})},
+      {{kFast, "the first value before any sample"},
+       {value(100.0)},
+       joined({fastHead77, fixedScale("0, 115")})},
+      {{kFast, "two seconds of samples"},
+       {value(100.0), wait(2), value(100.0)},
+       joined({fastHead77, fastHundred, fixedScale("0, 115")})},
+      {{kFast, "zoomed to the lower half"},
+       {value(100.0), wait(2), click(&ChartFrame::zoomIn), lowerHalf, value(100.0)},
+       joined({fastHead("70", "589.705882352941"), fastHundred, fixedScale("0, 57.5")})},
+      // The range stays at 0 to 0: the chart's own scale is taken.
+      {{kFast, "a first value that is no number"},
+       {value(std::nan(""))},
+       joined({fastHead("63", "596.705882352941"), kAutomatic})},
+  };
+  for (const auto& c : cases) {
+    clock().set({2026, 11, 23, 8, 0, 0});
+    log->clear();
+    const auto [fast, moment] = c.moment;
+    const std::shared_ptr<SingleItemTrend> trend =
+        fast ? std::shared_ptr<SingleItemTrend>(make<DTMDynamicTrendControl>())
+             : make<DTMDataTrendControl>();
+    send(trend, "Unit", 1137);
+    for (const auto& step : c.steps) step(*trend);
+    EXPECT_EQ(lastDrawing(), c.expected) << moment;
+    // The fast trend's margin keeps the single precision of the label's width.
+    for (const auto& call : log->calls()) {
+      if (fast && call.operation == "setPlotArea") {
+        EXPECT_EQ(call.args[0].type(), VarType::Single) << moment;
+      }
+    }
+  }
+}
 
 // A value reaches none of the setters' guards by itself: a viewer whose redraw fails and a host
 // that can't write a line stand in for what could.
