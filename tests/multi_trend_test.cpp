@@ -5,18 +5,18 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 
-#include "platform/chart_recorder.h"
-#include "support.h"
+#include "chart_test.h"
 #include "trends/waveform.h"
 
 namespace tessaline {
 namespace {
 
-constexpr double kNoValue = 1.7e308;
+using testing::joined;
+using testing::kNoValue;
+using testing::samples;
 
 constexpr const char* kDefinition =
     "<trend lowerRange='Low' upperRange='High' isLegend='true'>"
@@ -28,42 +28,17 @@ constexpr const char* kDefinition =
     "itemNameHi='AH' itemNameLow='AL'/>"
     "</trend>";
 
-class ChartControls : public testing::HeadlessTest {
+class ChartControls : public testing::ChartTest {
  protected:
-  void SetUp() override {
-    HeadlessTest::SetUp();
-    headless::current().clock().set({2026, 11, 23, 8, 0, 0});
-    log = platform::chart::recordChartCalls();
-  }
-  void TearDown() override {
-    platform::chart::stopRecordingChartCalls();
-    HeadlessTest::TearDown();
-  }
-
   std::shared_ptr<DTMMultiTrendControl> multi(const char* definition = kDefinition) {
     auto trend = DTMMultiTrendControl::create();
     trend->IDTMControl_Init(host);
     trend->IDtmControl_Name("MT");
-    trend->IDtmTrendControl_TrendDataDef(testing::element(definition));
+    trend->IDtmTrendControl_TrendDataDef(definition ? testing::element(definition) : nullptr);
     trend->IDtmTrendControl_XLabel("Flow, last hour");
     trend->IDtmTrendControl_YLabel("m3/h");
     return trend;
   }
-
-  std::vector<std::string> lastDrawing() const {
-    const auto lines = log->lines();
-    auto start = lines.end();
-    for (auto it = lines.begin(); it != lines.end(); ++it) {
-      if (it->rfind("api.XYChart", 0) == 0) start = it;
-    }
-    return {start, lines.end()};
-  }
-  bool drew(const std::string& call) const {
-    const auto lines = lastDrawing();
-    return std::find(lines.begin(), lines.end(), call) != lines.end();
-  }
-
-  std::shared_ptr<platform::chart::ChartRecording> log;
 };
 
 // ---- The definition ------------------------------------------------------------------------
@@ -95,17 +70,39 @@ TEST_F(ChartControls, AFaultyDefinitionStopsWhereItStands) {
   ASSERT_EQ(host->errorLines().size(), 1u);
   EXPECT_EQ(host->errorLines()[0].rfind("Error on Trend ReadTrendNode91", 0), 0u);
   EXPECT_FALSE(multi("<t lowerRange='' upperRange='' isLegend='True'/>")->showLegend());
-  auto none = DTMMultiTrendControl::create();
-  none->IDTMControl_Init(host);
-  none->IDtmControl_Name("Nil");
-  none->IDtmTrendControl_TrendDataDef(nullptr);
-  EXPECT_EQ(host->errorLines().back(), "TrendNode is null for trendNil");
+  multi(nullptr);
+  EXPECT_EQ(host->errorLines().back(), "TrendNode is null for trendMT");
   // A second definition that drops a line leaves the earlier name in place.
   host->evaluate = [](const std::string&) { return false; };
   auto trend = multi();
   host->evaluate = [](const std::string&) { return true; };
   trend->IDtmTrendControl_TrendDataDef(testing::element(kDefinition));
   EXPECT_EQ(trend->limitSourceRec().ItemNameHigh, "LH");
+  // A band without its item names stops the reading there; its lines are not drawn.
+  trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='false'>"
+      "<trendSource color='FF0000' label='Flow' itemName='PV'/>"
+      "<rangeSource color='0000FF' label='Range'/></t>");
+  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
+  EXPECT_EQ(trend->rangeSourceRec().Label, "Range");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_FALSE(drew("layer.addDataSet(<array 0 to 1499>, \"255\", \"Range\")"));
+  // Without a trend source the item's line has no colour and no name: the chart's own colour.
+  trend = multi("<t lowerRange='Low' upperRange='High' isLegend='true'/>");
+  trend->IDtmTrendControl_ItemValue(Variant(1));
+  EXPECT_TRUE(drew("layer.addDataSet(<array 0 to 1499>, \"\", \"\")"));
+  EXPECT_TRUE(trend->MultiChartViewer().Picture());
+  // A child of another name is no band; of two of the same name, the first counts.
+  host->takeCalls();
+  trend = multi(
+      "<t lowerRange='Low' upperRange='High' isLegend='true'>"
+      "<speedSource color='00FF00' label='Speed' itemNameHi='a' itemNameLow='b'/>"
+      "<limitSource color='0000FF' label='First' itemNameHi='LH' itemNameLow='LL'/>"
+      "<limitSource color='00FFFF' label='Second' itemNameHi='X' itemNameLow='Y'/></t>");
+  EXPECT_TRUE(host->errorLines().empty());
+  EXPECT_EQ(trend->limitSourceRec().Label, "First");
+  EXPECT_EQ(trend->limitSourceRec().ItemNameLow, "LL");
+  EXPECT_TRUE(trend->rangeSourceRec().Label.empty());
 }
 
 // ---- Values and samples -------------------------------------------------------------------
@@ -121,11 +118,10 @@ TEST_F(ChartControls, BandSeriesMoveFromTheirFirstValueAndTheItemDrivesTheSample
   trend->IDtmTrendControl_ItemValue(Variant(40));
   EXPECT_TRUE(trend->frame().DataRateTimer().Enabled());
   trend->IDtmTrendControl_RangeHighValue(Variant(90));
-  headless::current().clock().advance(10);
+  clock().advance(10);
   trend->IDtmTrendControl_ItemValue(Variant(41));
   // Creation, +2.5, +5, +7.5, +10: five samples; the band joined at the second drawing.
-  const auto stamps = trend->timeStamps();
-  EXPECT_EQ(std::count_if(stamps.begin(), stamps.end(), [](double t) { return t != kNoValue; }), 5);
+  EXPECT_EQ(samples(trend->timeStamps()), 5u);
   const auto high = trend->rangeHighSeries();
   EXPECT_EQ(high.back(), 90);
   EXPECT_EQ(high[high.size() - 5], kNoValue);
@@ -134,7 +130,7 @@ TEST_F(ChartControls, BandSeriesMoveFromTheirFirstValueAndTheItemDrivesTheSample
   EXPECT_EQ(trend->limitLowSeries().back(), kNoValue) << "never given a value";
   // A value that can't be a double fails the drawing's sample, logged by its catch block.
   trend->IDtmTrendControl_AlertHighValue(Variant("high"));
-  headless::current().clock().advance(3);
+  clock().advance(3);
   trend->IDtmTrendControl_ItemValue(Variant(42));
   EXPECT_EQ(host->errorLines().back().rfind("Error on createChart 13 ,Description = ", 0), 0u);
 }
@@ -193,11 +189,6 @@ const std::vector<std::string> kEnd = {"yAxis.getMaxValue()", "yAxis.getMinValue
 const std::vector<std::string> kExponentEnd = {"yAxis.getMaxValue()", "yAxis.getMinValue()",
                                                "yAxis.setLabelFormat(\"{value|e5}\")",
                                                "chart.makeChart2(2)"};
-std::vector<std::string> joined(std::initializer_list<std::vector<std::string>> parts) {
-  std::vector<std::string> all;
-  for (const auto& part : parts) all.insert(all.end(), part.begin(), part.end());
-  return all;
-}
 
 constexpr const char* kPlain =
     "<trend lowerRange='Low' upperRange='High' isLegend='false'>"
@@ -211,40 +202,29 @@ TEST_F(ChartControls, TheMultiTrendsDrawingCallByCall) {
       "layer.addDataSet(<array 0 to 1499>, \"255\", \"Limit\")",  // the low line alone
       "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"\")",
       "layer.addDataSet(<array 0 to 1499>, \"16746496\", \"Alert\")"};
-  const auto scale = [](const char* call) {
-    return std::vector<std::string>{call, "yAxis.getMinValue()", "yAxis.getMaxValue()"};
-  };
+  // The legend comes with the bands' definition; the scale is the device limits'.
   const struct {
     const char* definition;
     double low, high;
-    bool legend;
-    std::vector<std::string> bands, scale, end;
+    std::vector<std::string> bands;
+    std::string scale;
+    const std::vector<std::string>& end;
   } cases[] = {
-      {kDefinition, 0, 100, true, bands, scale("yAxis.setLinearScale(0, 100, 10, 0)"), kEnd},
-      {kPlain, 0, 100, false, {}, scale("yAxis.setLinearScale(0, 100, 10, 0)"), kEnd},
-      {kPlain, 0, 99999, false, {}, scale("yAxis.setLinearScale(0, 99999, 9999.9, 0)"), kEnd},
-      {kPlain,
-       0,
-       100000,
-       false,
-       {},
-       scale("yAxis.setLinearScale(0, 100000, 10000, 0)"),
-       kExponentEnd},
-      {kPlain,
-       -100000,
-       0,
-       false,
-       {},
-       scale("yAxis.setLinearScale(-100000, 0, 10000, 0)"),
-       kExponentEnd},
+      {kDefinition, 0, 100, bands, "0, 100, 10", kEnd},
+      {kPlain, 0, 100, {}, "0, 100, 10", kEnd},
+      {kPlain, 0, 99999, {}, "0, 99999, 9999.9", kEnd},
+      {kPlain, 0, 100000, {}, "0, 100000, 10000", kExponentEnd},
+      {kPlain, -100000, 0, {}, "-100000, 0, 10000", kExponentEnd},
   };
   for (const auto& c : cases) {
     auto trend = multi(c.definition);
     trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", Variant(c.low));
     trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(c.high));
     trend->IDtmTrendControl_ItemValue(Variant(40));
-    EXPECT_EQ(lastDrawing(), joined({head(c.legend), itemLine(trend->timeStamps().back()), c.bands,
-                                     c.scale, c.end}))
+    const std::vector<std::string> scale = {"yAxis.setLinearScale(" + c.scale + ", 0)",
+                                            "yAxis.getMinValue()", "yAxis.getMaxValue()"};
+    EXPECT_EQ(lastDrawing(), joined({head(c.definition == kDefinition),
+                                     itemLine(trend->timeStamps().back()), c.bands, scale, c.end}))
         << c.definition << " " << c.high;
   }
 }
@@ -292,53 +272,37 @@ TEST_F(ChartControls, AButtonArmsAModeThatTheNextPressOnTheChartPutsIntoEffect) 
   EXPECT_EQ(viewer.MouseUsage(), 1);
 }
 
-// The drawings since the recording was last cleared, one by one.
-std::vector<std::vector<std::string>> drawings(const platform::chart::ChartRecording& log) {
-  std::vector<std::vector<std::string>> out;
-  for (const auto& line : log.lines()) {
-    if (line.starts_with("api.XYChart")) out.emplace_back();
-    if (!out.empty()) out.back().push_back(line);
-  }
-  return out;
-}
-
 TEST_F(ChartControls, InAZoomModeTheFirstScaleIsTheFullRangeAndTheViewportPicksFromIt) {
+  auto trend = multi(kPlain);
+  const auto pressInZoomMode = [&] {
+    headless::user(trend->frame().zoomIn()).click();
+    log->clear();
+    headless::user(trend->MultiChartViewer()).click(0, 481);  // the lower left quarter
+    return drawings();
+  };
+  const auto drawing = [&](const std::vector<std::string>& scale, const auto& end) {
+    return joined({head(false), itemLine(trend->timeStamps().back()), scale, end});
+  };
   // No drawing before the press: the press draws on the chart's own scale, the zoom that
   // follows shows a part of it exactly.
-  auto trend = multi(kPlain);
-  headless::user(trend->frame().zoomIn()).click();
-  log->clear();
-  headless::user(trend->MultiChartViewer()).click(0, 481);  // the lower left quarter
-  const auto line = itemLine(trend->timeStamps().back());
-  auto drawn = drawings(*log);
-  ASSERT_EQ(drawn.size(), 2u);
-  EXPECT_EQ(drawn[0], joined({head(false),
-                              line,
-                              {"chart.layout()", "yAxis.getMinValue()", "yAxis.getMaxValue()"},
-                              kEnd}));
-  EXPECT_EQ(drawn[1],
-            joined({head(false),
-                    line,
-                    {"yAxis.setLinearScale(-1, 0, 0, 0)", "yAxis.setRounding(False, False)"},
-                    kEnd}));
+  auto drawn = pressInZoomMode();
+  EXPECT_EQ(
+      drawn,
+      (std::vector{drawing({"chart.layout()", "yAxis.getMinValue()", "yAxis.getMaxValue()"}, kEnd),
+                   drawing({"yAxis.setLinearScale(-1, 0, 0, 0)", "yAxis.setRounding(False, False)"},
+                           kEnd)}));
   // Limits beyond the plain labels: the first scale came from them, and both the viewport's
   // ends and the scale's ends switch the labels.
   trend = multi(kPlain);
   trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(1000000));
   trend->IDtmTrendControl_ItemValue(Variant(1));
-  headless::user(trend->frame().zoomIn()).click();
-  log->clear();
-  headless::user(trend->MultiChartViewer()).click(0, 481);
-  drawn = drawings(*log);
-  ASSERT_EQ(drawn.size(), 2u);
-  for (const auto& [drawing, ends] : {std::pair{drawn[0], "0, 1000000"}, {drawn[1], "0, 500000"}}) {
-    EXPECT_EQ(drawing,
-              joined({head(false),
-                      line,
-                      {"yAxis.setLinearScale(" + std::string(ends) + ", 0, 0)",
-                       "yAxis.setRounding(False, False)", "yAxis.setLabelFormat(\"{value|e5}\")"},
-                      kExponentEnd}));
-  }
+  const auto exponent = [&](const std::string& ends) {
+    return drawing({"yAxis.setLinearScale(" + ends + ", 0, 0)", "yAxis.setRounding(False, False)",
+                    "yAxis.setLabelFormat(\"{value|e5}\")"},
+                   kExponentEnd);
+  };
+  drawn = pressInZoomMode();
+  EXPECT_EQ(drawn, (std::vector{exponent("0, 1000000"), exponent("0, 500000")}));
 }
 
 TEST_F(ChartControls, ResizeLogsItsTwoLinesAndKeepsTheLeastSize) {
@@ -376,10 +340,6 @@ TEST_F(ChartControls, TheMultiTrendsBadValuesAndLimits) {
       {"limits at both ends of the doubles", Variant(5), -1.7e308, 1.7e308,
        "Error on createChart 6 ,Description = Overflow", "", 3},
   };
-  const auto count = [](const std::vector<double>& v) {
-    return static_cast<size_t>(
-        std::count_if(v.begin(), v.end(), [](double x) { return x != kNoValue; }));
-  };
   for (const auto& c : cases) {
     auto trend = multi(kPlain);
     trend->IDtmTrendControl_RangeHighValue(Variant(3));
@@ -387,44 +347,16 @@ TEST_F(ChartControls, TheMultiTrendsBadValuesAndLimits) {
     trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("Low", Variant(c.low));
     trend->IDtmDataSubscriptionControl_UpdateSubscriptionValues("High", Variant(c.high));
     host->takeCalls();
-    headless::current().clock().advance(5);
+    clock().advance(5);
     trend->IDtmTrendControl_ItemValue(c.item);
     EXPECT_EQ(host->errorLines(),
               c.line ? std::vector<std::string>{c.line} : std::vector<std::string>{})
         << c.what;
     EXPECT_TRUE(c.scale.empty() || drew(c.scale)) << c.what;
-    EXPECT_EQ(count(trend->timeStamps()), c.samples) << c.what;
-    EXPECT_EQ(count(trend->rangeHighSeries()), c.samples) << c.what;
+    EXPECT_EQ(samples(trend->timeStamps()), c.samples) << c.what;
+    EXPECT_EQ(samples(trend->rangeHighSeries()), c.samples) << c.what;
     EXPECT_EQ(trend->itemSeries()[1500 - c.samples], 40) << c.what << ": the first sample";
   }
-}
-
-TEST_F(ChartControls, TheMultiTrendsFaultyDefinitions) {
-  // A band without its item names stops the reading there; its lines are not drawn.
-  auto trend = multi(
-      "<t lowerRange='Low' upperRange='High' isLegend='false'>"
-      "<trendSource color='FF0000' label='Flow' itemName='PV'/>"
-      "<rangeSource color='0000FF' label='Range'/></t>");
-  EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
-  EXPECT_EQ(trend->rangeSourceRec().Label, "Range");
-  trend->IDtmTrendControl_ItemValue(Variant(1));
-  EXPECT_FALSE(drew("layer.addDataSet(<array 0 to 1499>, \"255\", \"Range\")"));
-  // Without a trend source the item's line has no colour and no name: the chart's own colour.
-  trend = multi("<t lowerRange='Low' upperRange='High' isLegend='true'/>");
-  trend->IDtmTrendControl_ItemValue(Variant(1));
-  EXPECT_TRUE(drew("layer.addDataSet(<array 0 to 1499>, \"\", \"\")"));
-  EXPECT_TRUE(trend->MultiChartViewer().Picture());
-  // A child of another name is no band; of two of the same name, the first counts.
-  host->takeCalls();
-  trend = multi(
-      "<t lowerRange='Low' upperRange='High' isLegend='true'>"
-      "<speedSource color='00FF00' label='Speed' itemNameHi='a' itemNameLow='b'/>"
-      "<limitSource color='0000FF' label='First' itemNameHi='LH' itemNameLow='LL'/>"
-      "<limitSource color='00FFFF' label='Second' itemNameHi='X' itemNameLow='Y'/></t>");
-  EXPECT_TRUE(host->errorLines().empty());
-  EXPECT_EQ(trend->limitSourceRec().Label, "First");
-  EXPECT_EQ(trend->limitSourceRec().ItemNameLow, "LL");
-  EXPECT_TRUE(trend->rangeSourceRec().Label.empty());
 }
 
 // ---- The waveform -------------------------------------------------------------------------
@@ -448,6 +380,12 @@ class WaveForm : public ChartControls {
     VariantArray array;
     for (double n : numbers) array.items.emplace_back(n);
     return Variant(std::move(array));
+  }
+  // The host's arrays, and the drawing it asks for then.
+  static void draw(DTMWaveFormControl& wave, const Variant& xs, const Variant& ys) {
+    wave.IDtmWaveFormControl_SetXAxisValues(xs);
+    wave.IDtmWaveFormControl_SetYAxisValues(ys);
+    wave.IDtmWaveFormControl_DrawChart();
   }
 };
 
@@ -495,9 +433,7 @@ TEST_F(WaveForm, ThePlainViewShowsAllWithATenthOfTheGreatestValueAsTick) {
                {{0, 0, 0}, "yAxis.setLinearScale(0, 0, 0, 0)"}};  // the chart picks the tick
   for (const auto& c : cases) {
     auto wave = make();
-    wave->IDtmWaveFormControl_SetXAxisValues(values({0, 10, 20}));
-    wave->IDtmWaveFormControl_SetYAxisValues(values(c.ys));
-    wave->IDtmWaveFormControl_DrawChart();
+    draw(*wave, values({0, 10, 20}), values(c.ys));
     EXPECT_EQ(lastDrawing(),
               joined({waveHead(2),
                       {"xAxis.setLinearScale(0, 40, 4, 0)", c.yScale, "chart.makeChart2(2)"}}));
@@ -512,9 +448,7 @@ TEST_F(WaveForm, ZoomingMovesOverBothAxesAndZoomingOutAllTheWayShowsAllAgain) {
     xs.items.emplace_back(i * 0.1);
     ys.items.emplace_back(i % 40 < 20 ? 8.0 : -8.0);
   }
-  wave->IDtmWaveFormControl_SetXAxisValues(Variant(std::move(xs)));
-  wave->IDtmWaveFormControl_SetYAxisValues(Variant(std::move(ys)));
-  wave->IDtmWaveFormControl_DrawChart();
+  draw(*wave, Variant(std::move(xs)), Variant(std::move(ys)));
   platform::ChartViewer& viewer = wave->ChartViewer1();
   // The first drawing in a zoom mode takes the chart's own scales as the full ranges.
   headless::user(wave->frame().zoomIn()).click();
@@ -548,6 +482,7 @@ TEST_F(WaveForm, EachKindOfBadArrayHasItsOutcome) {
   const double inf = std::numeric_limits<double>::infinity(), nan = std::nan("");
   const std::string subscript =
       "Error on Trend IDtmWaveFormControl_DrawChart9 ,Description = Subscript out of range";
+  const std::string x = "0, 40, 4, 0|", plain = x + "1, 3, 0.3, 0";
   const struct {
     const char* what;
     Variant xs, ys;
@@ -555,23 +490,21 @@ TEST_F(WaveForm, EachKindOfBadArrayHasItsOutcome) {
     std::string scales;  // the x and y scales drawn, or the log line
   } cases[] = {
       // The line pairs points as far as both arrays go; the y scale counts every y.
-      {"fewer x", values({0, 10}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
-      {"more x", values({0, 10, 20, 30}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
-      {"no x", values({}), values({1, 2, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+      {"fewer x", values({0, 10}), values({1, 2, 3}), 0, 40, plain},
+      {"more x", values({0, 10, 20, 30}), values({1, 2, 3}), 0, 40, plain},
+      {"no x", values({}), values({1, 2, 3}), 0, 40, plain},
       {"no y", values({0, 1}), values({}), 0, 40, subscript},
       // No comparison with a NaN holds: first, it is both ends, and the chart scales itself;
       // later, the scan passes over it and the line has a gap.
       {"NaN first", values({0, 1, 2}), values({nan, 2, 3}), 0, 40,
-       "0, 40, 4, 0|1.#QNAN, 1.#QNAN, 1.#QNAN, 0"},
-      {"NaN later", values({0, 1, 2}), values({1, nan, 3}), 0, 40, "0, 40, 4, 0|1, 3, 0.3, 0"},
+       x + "1.#QNAN, 1.#QNAN, 1.#QNAN, 0"},
+      {"NaN later", values({0, 1, 2}), values({1, nan, 3}), 0, 40, plain},
       {"infinite y", values({0, 1, 2}), values({1, inf, -inf}), 0, 40,
-       "0, 40, 4, 0|-1.#INF, 1.#INF, 1.#INF, 0"},
-      {"NaN and infinite x, gaps", values({nan, inf, 2}), values({1, 2, 3}), 0, 40,
-       "0, 40, 4, 0|1, 3, 0.3, 0"},
-      {"x not sorted, drawn in order", values({20, 0, 10}), values({1, 2, 3}), 0, 40,
-       "0, 40, 4, 0|1, 3, 0.3, 0"},
+       x + "-1.#INF, 1.#INF, 1.#INF, 0"},
+      {"NaN and infinite x, gaps", values({nan, inf, 2}), values({1, 2, 3}), 0, 40, plain},
+      {"x not sorted, drawn in order", values({20, 0, 10}), values({1, 2, 3}), 0, 40, plain},
       {"all y equal: the chart widens the range", values({0, 1, 2}), values({5, 5, 5}), 0, 40,
-       "0, 40, 4, 0|5, 5, 0.5, 0"},
+       x + "5, 5, 0.5, 0"},
       {"reversed x limits: the chart picks the tick", values({0, 1, 2}), values({1, 2, 3}), 40, 0,
        "40, 0, 0, 0|1, 3, 0.3, 0"},
   };
@@ -584,19 +517,16 @@ TEST_F(WaveForm, EachKindOfBadArrayHasItsOutcome) {
     host->takeCalls();
     wave->IDtmWaveFormControl_DrawChart();
     const size_t bar = c.scales.find('|');
-    if (bar == std::string::npos) {
-      EXPECT_EQ(host->errorLines(), std::vector<std::string>{c.scales}) << c.what;
-      EXPECT_FALSE(wave->ChartViewer1().Picture()) << c.what;
-    } else {
-      EXPECT_TRUE(host->errorLines().empty()) << c.what;
-      const auto lines = lastDrawing();
-      EXPECT_EQ(
-          std::vector<std::string>(lines.end() - 3, lines.end() - 1),
-          (std::vector<std::string>{"xAxis.setLinearScale(" + c.scales.substr(0, bar) + ")",
-                                    "yAxis.setLinearScale(" + c.scales.substr(bar + 1) + ")"}))
-          << c.what;
-      EXPECT_TRUE(wave->ChartViewer1().Picture()) << c.what;
-    }
+    const bool drawn = bar != std::string::npos;
+    EXPECT_EQ(host->errorLines(), drawn ? std::vector<std::string>{} : std::vector{c.scales})
+        << c.what;
+    EXPECT_EQ(static_cast<bool>(wave->ChartViewer1().Picture()), drawn) << c.what;
+    if (!drawn) continue;
+    const auto lines = lastDrawing();
+    EXPECT_EQ(std::vector<std::string>(lines.end() - 3, lines.end() - 1),
+              (std::vector<std::string>{"xAxis.setLinearScale(" + c.scales.substr(0, bar) + ")",
+                                        "yAxis.setLinearScale(" + c.scales.substr(bar + 1) + ")"}))
+        << c.what;
   }
 }
 
@@ -607,17 +537,13 @@ TEST_F(WaveForm, TenMillionPointsAreDrawnAndAControlOfNoSizeToo) {
   points.items.reserve(10'000'000);
   for (int i = 0; i < 10'000'000; ++i) points.items.emplace_back(i * 4e-6);
   const Variant shared(std::move(points));
-  wave->IDtmWaveFormControl_SetXAxisValues(shared);
-  wave->IDtmWaveFormControl_SetYAxisValues(shared);
-  wave->IDtmWaveFormControl_DrawChart();
+  draw(*wave, shared, shared);
   EXPECT_TRUE(drew("yAxis.setLinearScale(0, 39.999996, 3.9999996, 0)"));
   EXPECT_TRUE(wave->ChartViewer1().Picture());
   auto small = make();
   small->window().Width(0);
   small->window().Height(0);
-  small->IDtmWaveFormControl_SetXAxisValues(values({0, 1}));
-  small->IDtmWaveFormControl_SetYAxisValues(values({0, 1}));
-  small->IDtmWaveFormControl_DrawChart();
+  draw(*small, values({0, 1}), values({0, 1}));
   EXPECT_TRUE(drew("api.XYChart(0, 0, 16053492, 0, 0)"));
   EXPECT_TRUE(small->ChartViewer1().Picture());
   EXPECT_TRUE(host->errorLines().empty());
@@ -630,9 +556,7 @@ TEST_F(WaveForm, ADefinitionWithoutItsColourDrawsInTheChartsLineColour) {
       testing::element("<wave lowerRange='0' upperRange='10'/>"));
   EXPECT_EQ(host->errorLines().back().rfind("Error on Trend ReadTrendNode91", 0), 0u);
   EXPECT_EQ(wave->upperRange(), "10");
-  wave->IDtmWaveFormControl_SetXAxisValues(values({0, 1, 2}));
-  wave->IDtmWaveFormControl_SetYAxisValues(values({1, 2, 3}));
-  wave->IDtmWaveFormControl_DrawChart();
+  draw(*wave, values({0, 1, 2}), values({1, 2, 3}));
   EXPECT_TRUE(drew("chart.addLineLayer(<array 0 to 2>, \"\", \"\", 0)"));
   EXPECT_TRUE(wave->ChartViewer1().Picture());
 }
