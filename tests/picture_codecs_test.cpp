@@ -103,9 +103,8 @@ Bytes dib(int32_t w, int32_t h, uint16_t bpp, uint32_t compression, const Pixels
 
 Bytes bmp(const Bytes& info, size_t pixelsFromEnd) {
   Bytes b = {'B', 'M'};
-  le32(b, static_cast<uint32_t>(14 + info.size()));
-  le32(b, 0);
-  le32(b, static_cast<uint32_t>(14 + info.size() - pixelsFromEnd));
+  const auto size = static_cast<uint32_t>(14 + info.size());
+  for (uint32_t v : {size, 0u, size - static_cast<uint32_t>(pixelsFromEnd)}) le32(b, v);
   append(b, info);
   return b;
 }

@@ -381,10 +381,9 @@ TEST_F(QtBackend, AtAnotherResolutionTheViewerScalesTheChartAndMapsTheMouseBack)
   QWidget* shown = qt::widgetOf(*viewer);
   ASSERT_EQ(shown->width(), 250);
   // A chart of 200 by 100 pixels: red on its left half, blue on its right.
-  platform::PixelImage pixels{200, 100, std::vector<uint32_t>(200 * 100)};
-  for (int y = 0; y < 100; ++y) {
-    for (int x = 0; x < 200; ++x) pixels.pixels[y * 200 + x] = x < 100 ? 0xFFFF0000 : 0xFF0000FF;
-  }
+  platform::PixelImage pixels{200, 100, {}};
+  for (int i = 0; i < 200 * 100; ++i)
+    pixels.pixels.push_back(i % 200 < 100 ? 0xFFFF0000 : 0xFF0000FF);
   viewer->Picture(Ref<Object>(std::make_shared<platform::Picture>(std::move(pixels))));
   const QImage image = shown->grab().toImage();
   EXPECT_EQ(image.pixelColor(110, 60), QColor(Qt::red)) << "the chart's x 88";
