@@ -5,11 +5,14 @@
 
 #include "platform/chart/engine.h"
 #include "platform/chart_recorder.h"
+#include "support.h"
 
 namespace tessaline::chart {
 namespace {
 
 using platform::PictureFromBytes;
+using platform::PixelImage;
+using testing::errorOf;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
@@ -17,6 +20,35 @@ Variant series(std::initializer_list<double> values) {
   VariantArray out;
   for (double v : values) out.items.emplace_back(v);
   return Variant(std::move(out));
+}
+
+// A chart whose plot area is the whole white picture, without axis lines.
+std::unique_ptr<XYChartImpl> bareChart(int32_t width, int32_t height) {
+  auto chart = std::make_unique<XYChartImpl>(width, height, 0xFFFFFF, kNoColor, 0);
+  chart->setPlotArea(0, 0, width, height, 0xFFFFFF, -1, -1, -1, -1);
+  chart->xAxis()->setWidth(0);
+  chart->yAxis()->setWidth(0);
+  return chart;
+}
+
+PixelImage drawn(platform::chart::XYPlot& chart) {
+  const auto picture = PictureFromBytes(chart.makeChart2(0));
+  if (!picture) ADD_FAILURE() << "the chart drew no picture";
+  return picture ? picture->image() : PixelImage{};
+}
+
+// A pixel of the image; nothing (0) outside it.
+uint32_t pixel(const PixelImage& image, int x, int y) {
+  const size_t at = static_cast<size_t>(y * image.width + x);
+  return at < image.pixels.size() ? image.pixels[at] : 0;
+}
+
+// The dial of a gauge, from 0 to 100.
+MeterScene dial() {
+  MeterScene scene;
+  scene.width = 208, scene.height = 145, scene.cx = 104, scene.cy = 117, scene.radius = 85;
+  scene.hasScale = true, scene.lower = 0, scene.upper = 100;
+  return scene;
 }
 
 class ChartEngine : public ::testing::Test {
@@ -38,56 +70,37 @@ TEST(ChartScale, NiceStepsFollowOneTwoFive) {
   for (auto [raw, step] : rows) EXPECT_DOUBLE_EQ(niceStep(raw), step) << raw;
 }
 
+// The ends of the automatic scale for a request.
+std::pair<double, double> endsOf(const AutoScaleRequest& request) {
+  const Scale s = autoScale(request);
+  return {s.lower, s.upper};
+}
+
 TEST(ChartScale, AutomaticScalesRoundOutAndLeanOnZero) {
-  AutoScaleRequest r;
-  r.dataMin = 3;
-  r.dataMax = 97;
-  Scale s = autoScale(r);
-  EXPECT_DOUBLE_EQ(s.lower, 0);
-  EXPECT_DOUBLE_EQ(s.upper, 100);
-  EXPECT_DOUBLE_EQ(s.major, 10);
-
+  AutoScaleRequest r{.dataMin = 3, .dataMax = 97};
+  EXPECT_EQ(endsOf(r), std::pair(0.0, 100.0));
+  EXPECT_DOUBLE_EQ(autoScale(r).major, 10);
   r.dataMin = 90;  // far from zero: the scale stays near the data
-  s = autoScale(r);
-  EXPECT_DOUBLE_EQ(s.lower, 90);
-  EXPECT_DOUBLE_EQ(s.upper, 97);
-
+  EXPECT_EQ(endsOf(r), std::pair(90.0, 97.0));
   r.dataMin = 12.3, r.dataMax = 47.7, r.zeroAffinity = false, r.roundMax = false;
-  s = autoScale(r);
-  EXPECT_DOUBLE_EQ(s.lower, 10);
-  EXPECT_DOUBLE_EQ(s.upper, 47.7);
-
+  EXPECT_EQ(endsOf(r), std::pair(10.0, 47.7));
   r.fixedEnds = true, r.fixedLower = 10, r.fixedUpper = 20, r.roundMin = false;
-  s = autoScale(r);
-  EXPECT_DOUBLE_EQ(s.lower, 10);
-  EXPECT_DOUBLE_EQ(s.upper, 20);
-
+  EXPECT_EQ(endsOf(r), std::pair(10.0, 20.0));
   r.fixedLower = 20, r.fixedUpper = 10;  // reversed ends keep their order
-  s = autoScale(r);
-  EXPECT_DOUBLE_EQ(s.lower, 20);
-  EXPECT_DOUBLE_EQ(s.upper, 10);
+  EXPECT_EQ(endsOf(r), std::pair(20.0, 10.0));
 }
 
 TEST(ChartScale, DegenerateDataGivesAUsableScale) {
-  AutoScaleRequest none;  // no data at all
-  Scale s = autoScale(none);
-  EXPECT_LT(s.lower, s.upper);
-
-  AutoScaleRequest flat;
-  flat.dataMin = flat.dataMax = 5;
-  flat.zeroAffinity = false;
-  s = autoScale(flat);
-  EXPECT_LE(s.lower, 5);
-  EXPECT_GE(s.upper, 5);
-  EXPECT_LT(s.lower, s.upper);
-
-  AutoScaleRequest huge;
-  huge.dataMin = -1.6e308;
-  huge.dataMax = 1.6e308;
-  s = autoScale(huge);
-  EXPECT_TRUE(std::isfinite(s.major));
-  EXPECT_GT(s.major, 0);
-  EXPECT_LE(tickPositions(s, s.major).size(), 20u);
+  const auto [noneLower, noneUpper] = endsOf({});  // no data at all
+  EXPECT_LT(noneLower, noneUpper);
+  const auto [flatLower, flatUpper] = endsOf({.dataMin = 5, .dataMax = 5, .zeroAffinity = false});
+  EXPECT_LE(flatLower, 5);
+  EXPECT_GE(flatUpper, 5);
+  EXPECT_LT(flatLower, flatUpper);
+  const Scale huge = autoScale({.dataMin = -1.6e308, .dataMax = 1.6e308});
+  EXPECT_TRUE(std::isfinite(huge.major));
+  EXPECT_GT(huge.major, 0);
+  EXPECT_LE(tickPositions(huge, huge.major).size(), 20u);
 }
 
 TEST(ChartScale, TicksStopAtTheirLimitInsteadOfLooping) {
@@ -118,11 +131,8 @@ TEST(ChartScale, ChartTimeCountsSecondsFromTheYearOne) {
   EXPECT_DOUBLE_EQ(chartTime(2024, 3, 1, 0, 0, 0) - chartTime(2024, 2, 28, 0, 0, 0), 2 * 86400.0);
   CivilTime t;
   ASSERT_TRUE(civilFromChartTime(chartTime(2026, 11, 23, 10, 5, 7.25), t));
-  EXPECT_EQ(t.year, 2026);
-  EXPECT_EQ(t.month, 11);
-  EXPECT_EQ(t.day, 23);
-  EXPECT_EQ(t.hour, 10);
-  EXPECT_EQ(t.minute, 5);
+  EXPECT_EQ(std::vector({t.year, t.month, t.day, t.hour, t.minute}),
+            std::vector<int64_t>({2026, 11, 23, 10, 5}));
   EXPECT_DOUBLE_EQ(t.second, 7.25);
   EXPECT_FALSE(civilFromChartTime(-1, t));
   EXPECT_FALSE(civilFromChartTime(kNaN, t));
@@ -133,34 +143,26 @@ TEST(ChartScale, ChartTimeCountsSecondsFromTheYearOne) {
 
 TEST(ChartLabels, FormatsFillTheirFields) {
   const double time = chartTime(2026, 11, 23, 10, 5, 7);
-  const struct {
+  struct R {
     const char* format;
     double value;
     const char* text;
-  } rows[] = {
-      {"{value|2}", 3.14159, "3.14"},
-      {"{value|0}", 2.5, "2"},
-      {"{value|1}", -0.04, "0.0"},
-      {"{value|2,.}", 1234567.891, "1,234,567.89"},
-      {"{value|e3}", 12346, "1.235e+04"},
-      {"{value|e5}", -0.5, "-5.00000e-01"},
-      {"{value|P4}", 12.3456, "12.35"},
-      {"{value|P4}", 0.00123456, "0.001235"},
-      {"{value|P4}", 123456, "123456"},
-      {"{value}", 0.1 + 0.2, "0.3"},
-      {"{value|hh:nn:ss}", time, "10:05:07"},
-      {"{value|yyyy-mm-dd}", time, "2026-11-23"},
-      {"{value|mmm dd}", time, "Nov 23"},
-      {"Software: <*bgColor=FFCCCC*> {value|2} ", 5, "Software: <*bgColor=FFCCCC*> 5.00 "},
-      {"{value|2}", kNoValue, ""},
-      {"{value|2}", kNaN, "NaN"},
-      {"{value|2}", -kInf, "-Infinity"},
-      {"{value|hh:nn:ss}", -5, ""},
-      {"{valuex} and {value", 1, "{valuex} and {value"},
-      {"no field", 1, "no field"},
   };
-  for (const auto& row : rows)
+  for (const R& row :
+       {R{"{value|2}", 3.14159, "3.14"}, R{"{value|0}", 2.5, "2"}, R{"{value|1}", -0.04, "0.0"},
+        R{"{value|2,.}", 1234567.891, "1,234,567.89"}, R{"{value|e3}", 12346, "1.235e+04"},
+        R{"{value|e5}", -0.5, "-5.00000e-01"}, R{"{value|P4}", 12.3456, "12.35"},
+        R{"{value|P4}", 0.00123456, "0.001235"}, R{"{value|P4}", 123456, "123456"},
+        R{"{value}", 0.1 + 0.2, "0.3"}, R{"{value|hh:nn:ss}", time, "10:05:07"},
+        R{"{value|yyyy-mm-dd}", time, "2026-11-23"}, R{"{value|mmm dd}", time, "Nov 23"},
+        R{"Software: <*bgColor=FFCCCC*> {value|2} ", 5, "Software: <*bgColor=FFCCCC*> 5.00 "},
+        // No value, values that are no numbers and times before the calendar.
+        R{"{value|2}", kNoValue, ""}, R{"{value|2}", kNaN, "NaN"},
+        R{"{value|2}", -kInf, "-Infinity"}, R{"{value|hh:nn:ss}", -5, ""},
+        // Text that only looks like a field is left as it is.
+        R{"{valuex} and {value", 1, "{valuex} and {value"}, R{"no field", 1, "no field"}}) {
     EXPECT_EQ(formatLabel(row.format, row.value), row.text) << row.format;
+  }
 }
 
 TEST(ChartLabels, MarkupSplitsTextIntoStyledRuns) {
@@ -226,10 +228,9 @@ TEST_F(ChartEngine, MeterTicksGiveOnePositionPerMicroTick) {
   const Variant ticks = meter.getTicks();
   const auto& items = ticks.toArray().items;
   ASSERT_EQ(items.size(), 61u);
-  EXPECT_DOUBLE_EQ(items[0].toDouble(), 85);
-  EXPECT_DOUBLE_EQ(items[10].toDouble(), 90);
-  EXPECT_DOUBLE_EQ(items[50].toDouble(), 110);
-  EXPECT_DOUBLE_EQ(items[60].toDouble(), 115);
+  for (auto [at, value] : {std::pair{0, 85.0}, {10, 90.0}, {50, 110.0}, {60, 115.0}}) {
+    EXPECT_DOUBLE_EQ(items[at].toDouble(), value) << at;
+  }
 
   meter.setScale(100, 0, -100 / 6.0, -100 / 12.0, -100 / 60.0);  // reversed
   const Variant reversedTicks = meter.getTicks();
@@ -258,9 +259,7 @@ TEST_F(ChartEngine, AxesWithEndsAHairApartSettleAndDraw) {
 }
 
 TEST_F(ChartEngine, PointersAtNoValueAreHiddenAndFarValuesStayNearTheDial) {
-  MeterScene scene;
-  scene.width = 208, scene.height = 145, scene.cx = 104, scene.cy = 117, scene.radius = 85;
-  scene.hasScale = true, scene.lower = 0, scene.upper = 100;
+  MeterScene scene = dial();
   EXPECT_DOUBLE_EQ(scene.angleOf(0), -90);
   EXPECT_DOUBLE_EQ(scene.angleOf(50), 0);
   EXPECT_DOUBLE_EQ(scene.angleOf(100 + 100 / 60.0), 93);  // the parked value shows past the end
@@ -280,19 +279,15 @@ TEST_F(ChartEngine, PointersAtNoValueAreHiddenAndFarValuesStayNearTheDial) {
 }
 
 TEST_F(ChartEngine, ZonesPaintTheirRing) {
-  MeterScene scene;
-  scene.width = 208, scene.height = 145, scene.cx = 104, scene.cy = 117, scene.radius = 85;
-  scene.hasScale = true, scene.lower = 0, scene.upper = 100;
+  MeterScene scene = dial();
   scene.zones.push_back(MeterScene::Zone{50, 100, 73, 80, 0x00FF00, kNoColor});
   const auto image = scene.render();
   // At 45 degrees right of the top, radius 76.5: inside the zone.
   const double a = 45 * 3.14159265358979 / 180;
   const int x = static_cast<int>(104 + 76.5 * std::sin(a)),
             y = static_cast<int>(117 - 76.5 * std::cos(a));
-  EXPECT_EQ(image.pixels[static_cast<size_t>(y * 208 + x)], 0xFF00FF00u);
-  // The same place on the left half holds no zone.
-  const int mirrored = 208 - 1 - x;
-  EXPECT_NE(image.pixels[static_cast<size_t>(y * 208 + mirrored)], 0xFF00FF00u);
+  EXPECT_EQ(pixel(image, x, y), 0xFF00FF00u);
+  EXPECT_NE(pixel(image, 208 - 1 - x, y), 0xFF00FF00u) << "the same place on the left half";
 }
 
 TEST_F(ChartEngine, MeterDrawsThroughBadArgumentsWithoutFailing) {
@@ -311,12 +306,7 @@ TEST_F(ChartEngine, MeterDrawsThroughBadArgumentsWithoutFailing) {
   }
   auto meter = api->AngularMeter(208, 145, 0xFFFFFF, 0, 0);
   EXPECT_THROW(meter->setScale("low", 100, 1, 1, 1), VbError);
-  try {
-    meter->makeChart2(3);
-    ADD_FAILURE() << "format 3 was written";
-  } catch (const VbError& e) {
-    EXPECT_EQ(e.number(), err::InvalidCall);
-  }
+  EXPECT_EQ(errorOf([&] { meter->makeChart2(3); }), err::InvalidCall) << "no format 3";
 }
 
 // ---- XY chart ----------------------------------------------------------------------------
@@ -344,22 +334,14 @@ TEST_F(ChartEngine, LayoutSettlesAxesForTheirEnds) {
 }
 
 TEST_F(ChartEngine, LinesLeaveGapsAtNoValue) {
-  XYChartImpl chart(200, 100, 0xFFFFFF, kNoColor, 0);
-  chart.setPlotArea(0, 0, 200, 100, 0xFFFFFF, -1, -1, -1, -1);
-  chart.xAxis()->setLinearScale(0, 4, 1, 0);
-  chart.yAxis()->setLinearScale(0, 2, 1, 0);
-  chart.xAxis()->setWidth(0);
-  chart.yAxis()->setWidth(0);
-  auto layer = chart.addLineLayer(series({1, 1, kNoValue, 1, 1}), 0xFF0000, "", 0);
-  layer->setLineWidth(3);
-  const auto picture = PictureFromBytes(chart.makeChart2(0));
-  ASSERT_TRUE(picture);
-  const auto at = [&](int x, int y) {
-    return picture->image().pixels[static_cast<size_t>(y * 200 + x)];
-  };
-  EXPECT_EQ(at(25, 50), 0xFFFF0000u);   // between the first two points
-  EXPECT_EQ(at(100, 50), 0xFFFFFFFFu);  // the gap
-  EXPECT_EQ(at(175, 50), 0xFFFF0000u);
+  const auto chart = bareChart(200, 100);
+  chart->xAxis()->setLinearScale(0, 4, 1, 0);
+  chart->yAxis()->setLinearScale(0, 2, 1, 0);
+  chart->addLineLayer(series({1, 1, kNoValue, 1, 1}), 0xFF0000, "", 0)->setLineWidth(3);
+  const PixelImage image = drawn(*chart);
+  EXPECT_EQ(pixel(image, 25, 50), 0xFFFF0000u);   // between the first two points
+  EXPECT_EQ(pixel(image, 100, 50), 0xFFFFFFFFu);  // the gap
+  EXPECT_EQ(pixel(image, 175, 50), 0xFFFF0000u);
 }
 
 // Thin lines are written into the pixels by the engine itself: a level line at a pixel's centre
@@ -367,56 +349,43 @@ TEST_F(ChartEngine, LinesLeaveGapsAtNoValue) {
 // and a line of 100,000 points that swings from end to end keeps its full height in every column
 // although it is drawn as a few points per column.
 TEST_F(ChartEngine, ThinLinesInkTheirPixelsAndManyPointsKeepTheirExtremes) {
-  const auto draw = [](Variant values, double yUpper) {
-    XYChartImpl chart(200, 100, 0xFFFFFF, kNoColor, 0);
-    chart.setPlotArea(0, 0, 200, 100, 0xFFFFFF, -1, -1, -1, -1);
-    chart.xAxis()->setWidth(0);
-    chart.yAxis()->setWidth(0);
-    chart.yAxis()->setLinearScale(0, yUpper, 0, 0);
-    chart.yAxis()->setRounding(false, false);
-    chart.addLineLayer(values, 0x0000FF, "", 0);
-    return PictureFromBytes(chart.makeChart2(0))->image();
-  };
-  const auto at = [](const platform::PixelImage& image, int x, int y) {
-    return image.pixels[static_cast<size_t>(y * image.width + x)];
+  const auto draw = [](Variant values) {
+    const auto chart = bareChart(200, 100);
+    chart->yAxis()->setLinearScale(0, 100, 0, 0);
+    chart->yAxis()->setRounding(false, false);
+    chart->addLineLayer(values, 0x0000FF, "", 0);
+    return drawn(*chart);
   };
   // y 49.5 of 100 maps to the centre of row 50.
-  const auto centred = draw(series({49.5, 49.5, 49.5}), 100);
-  EXPECT_EQ(at(centred, 100, 50), 0xFF0000FFu);
-  EXPECT_EQ(at(centred, 100, 49), 0xFFFFFFFFu);
-  EXPECT_EQ(at(centred, 100, 51), 0xFFFFFFFFu);
-  const auto between = draw(series({50, 50, 50}), 100);
+  const PixelImage centred = draw(series({49.5, 49.5, 49.5}));
+  EXPECT_EQ(pixel(centred, 100, 50), 0xFF0000FFu);
+  EXPECT_EQ(pixel(centred, 100, 49), 0xFFFFFFFFu);
+  EXPECT_EQ(pixel(centred, 100, 51), 0xFFFFFFFFu);
+  const PixelImage between = draw(series({50, 50, 50}));
   for (int row : {49, 50}) {
-    const uint32_t pixel = at(between, 100, row);
-    EXPECT_GT(pixel & 0xFF, 0xF0u) << row;  // blue stays
-    EXPECT_LT(pixel >> 16 & 0xFF, 0xA0u) << row;
-    EXPECT_GT(pixel >> 16 & 0xFF, 0x60u) << row;  // red halved
+    const uint32_t shared = pixel(between, 100, row);
+    EXPECT_GT(shared & 0xFF, 0xF0u) << row;  // blue stays
+    EXPECT_LT(shared >> 16 & 0xFF, 0xA0u) << row;
+    EXPECT_GT(shared >> 16 & 0xFF, 0x60u) << row;  // red halved
   }
   VariantArray swings;
   for (int i = 0; i < 100000; ++i) swings.items.emplace_back(i % 2 ? 99.5 : 0.5);
-  const auto band = draw(Variant(std::move(swings)), 100);
+  const PixelImage band = draw(Variant(std::move(swings)));
   for (int x : {3, 100, 196}) {
-    for (int y : {0, 99}) EXPECT_LT(at(band, x, y) >> 16 & 0xFF, 0x80u) << x << "," << y;
+    for (int y : {0, 99}) EXPECT_LT(pixel(band, x, y) >> 16 & 0xFF, 0x80u) << x << "," << y;
   }
   // Points a world away are pulled in, not walked to.
-  EXPECT_EQ(at(draw(series({1e300, -1e300, 1e300}), 100), 0, 0) >> 24, 0xFFu);
+  EXPECT_EQ(pixel(draw(series({1e300, -1e300, 1e300})), 0, 0) >> 24, 0xFFu);
 }
 
 TEST_F(ChartEngine, AReversedScaleTurnsTheAxisOver) {
   for (const bool reversed : {false, true}) {
-    XYChartImpl chart(200, 100, 0xFFFFFF, kNoColor, 0);
-    chart.setPlotArea(0, 0, 200, 100, 0xFFFFFF, -1, -1, -1, -1);
-    chart.xAxis()->setWidth(0);
-    chart.yAxis()->setWidth(0);
-    chart.yAxis()->setLinearScale(reversed ? 2 : 0, reversed ? 0 : 2, 1, 0);
-    chart.addLineLayer(series({1.5, 1.5, 1.5}), 0xFF0000, "", 0)->setLineWidth(3);
-    const auto picture = PictureFromBytes(chart.makeChart2(0));
-    ASSERT_TRUE(picture);
-    const auto row = [&](int y) {
-      return picture->image().pixels[static_cast<size_t>(y * 200 + 100)];
-    };
-    EXPECT_EQ(row(reversed ? 75 : 25), 0xFFFF0000u) << reversed;
-    EXPECT_EQ(row(reversed ? 25 : 75), 0xFFFFFFFFu) << reversed;
+    const auto chart = bareChart(200, 100);
+    chart->yAxis()->setLinearScale(reversed ? 2 : 0, reversed ? 0 : 2, 1, 0);
+    chart->addLineLayer(series({1.5, 1.5, 1.5}), 0xFF0000, "", 0)->setLineWidth(3);
+    const PixelImage image = drawn(*chart);
+    EXPECT_EQ(pixel(image, 100, reversed ? 75 : 25), 0xFFFF0000u) << reversed;
+    EXPECT_EQ(pixel(image, 100, reversed ? 25 : 75), 0xFFFFFFFFu) << reversed;
   }
 }
 
@@ -429,16 +398,12 @@ TEST_F(ChartEngine, LegendListsNamedDataSetsInOrder) {
   layer->addDataSet(series({}), 0xFF0000, "first");
   layer->addDataSet(series({}), 0x00FF00, "");  // no name: no entry
   layer->addDataSet(series({}), 0x0000FF, "third");
-  const auto picture = PictureFromBytes(chart.makeChart2(0));
-  ASSERT_TRUE(picture);
-  const auto at = [&](int x, int y) {
-    return picture->image().pixels[static_cast<size_t>(y * 320 + x)];
-  };
+  const PixelImage image = drawn(chart);
   // Keys sit in columns of 100 pixels from x = 4, on the first row's middle line.
   const int keyRow = 4 + static_cast<int>(9 * 96.0 / 72 * 1.2 / 2);
-  EXPECT_EQ(at(12, keyRow), 0xFFFF0000u);
-  EXPECT_EQ(at(112, keyRow), 0xFF0000FFu);
-  EXPECT_EQ(at(212, keyRow), 0xFFFFFFFFu);  // the third column stays empty
+  EXPECT_EQ(pixel(image, 12, keyRow), 0xFFFF0000u);
+  EXPECT_EQ(pixel(image, 112, keyRow), 0xFF0000FFu);
+  EXPECT_EQ(pixel(image, 212, keyRow), 0xFFFFFFFFu);  // the third column stays empty
 }
 
 TEST_F(ChartEngine, XYChartDrawsThroughBadData) {

@@ -58,6 +58,26 @@ bool decode(const Bytes& bytes, PixelImage& out) {
   return decodePicture(bytes.data(), bytes.size(), out);
 }
 
+// The file, named for a failure, decodes to the image.
+void expectPicture(const char* name, const Bytes& file, const PixelImage& expected) {
+  PixelImage out;
+  ASSERT_TRUE(decode(file, out)) << name;
+  EXPECT_EQ(out.width, expected.width) << name;
+  EXPECT_EQ(out.height, expected.height) << name;
+  EXPECT_EQ(out.pixels, expected.pixels) << name;
+}
+
+bool readable(const Bytes& file) {
+  PixelImage out;
+  return decode(file, out);
+}
+
+// A file, named for a failure.
+struct Named {
+  const char* name;
+  Bytes file;
+};
+
 void le16(Bytes& b, uint32_t v) { b.insert(b.end(), {uint8_t(v), uint8_t(v >> 8)}); }
 void le32(Bytes& b, uint32_t v) {
   le16(b, v & 0xFFFF);
@@ -70,17 +90,10 @@ void append(Bytes& b, const Bytes& more) { b.insert(b.end(), more.begin(), more.
 Bytes dib(int32_t w, int32_t h, uint16_t bpp, uint32_t compression, const Pixels& palette,
           const Bytes& pixels, uint32_t headerSize = 40, const Pixels& masks = {}) {
   Bytes b;
-  le32(b, headerSize);
-  le32(b, static_cast<uint32_t>(w));
-  le32(b, static_cast<uint32_t>(h));
-  le16(b, 1);
-  le16(b, bpp);
-  le32(b, compression);
-  le32(b, static_cast<uint32_t>(pixels.size()));
-  le32(b, 2835);
-  le32(b, 2835);
-  le32(b, static_cast<uint32_t>(palette.size()));
-  le32(b, 0);
+  for (uint32_t v : {headerSize, uint32_t(w), uint32_t(h), 1u | bpp << 16, compression,
+                     uint32_t(pixels.size()), 2835u, 2835u, uint32_t(palette.size()), 0u}) {
+    le32(b, v);
+  }
   for (uint32_t m : masks) le32(b, m);
   if (headerSize > 40) b.resize(headerSize, 0);
   for (uint32_t c : palette) le32(b, c);
@@ -90,9 +103,8 @@ Bytes dib(int32_t w, int32_t h, uint16_t bpp, uint32_t compression, const Pixels
 
 Bytes bmp(const Bytes& info, size_t pixelsFromEnd) {
   Bytes b = {'B', 'M'};
-  le32(b, static_cast<uint32_t>(14 + info.size()));
-  le32(b, 0);
-  le32(b, static_cast<uint32_t>(14 + info.size() - pixelsFromEnd));
+  const auto size = static_cast<uint32_t>(14 + info.size());
+  for (uint32_t v : {size, 0u, size - static_cast<uint32_t>(pixelsFromEnd)}) le32(b, v);
   append(b, info);
   return b;
 }
@@ -221,21 +233,15 @@ TEST(PictureRoundTrips, PngKeepsEveryPremultipliedPixel) {
   for (uint32_t a = 0; a < 256; ++a) pixels.push_back(a << 24 | (a / 3) << 16 | a);
   const PixelImage glass = image(256, 2, pixels);
   const PixelImage solid = chartLike(37, 5);
-  for (const PixelImage* source : {&glass, &solid}) {
-    PixelImage back;
-    ASSERT_TRUE(decode(encodePng(*source), back));
-    EXPECT_EQ(back.width, source->width);
-    EXPECT_EQ(back.pixels, source->pixels);
-  }
+  expectPicture("every alpha", encodePng(glass), glass);
+  expectPicture("opaque", encodePng(solid), solid);
 }
 
 TEST(PictureRoundTrips, BmpIsExactAndLaysTransparencyOnWhite) {
   const PixelImage source = chartLike(37, 5);  // odd width: rows padded to four bytes
-  PixelImage back;
-  ASSERT_TRUE(decode(encodeBmp(source), back));
-  EXPECT_EQ(back.pixels, source.pixels);
-  ASSERT_TRUE(decode(encodeBmp(image(3, 1, {0, 0x80400000, kBlue})), back));
-  EXPECT_EQ(back.pixels, (Pixels{kWhite, 0xFFBF7F7F, kBlue}));
+  expectPicture("opaque", encodeBmp(source), source);
+  expectPicture("transparent", encodeBmp(image(3, 1, {0, 0x80400000, kBlue})),
+                image(3, 1, {kWhite, 0xFFBF7F7F, kBlue}));
 }
 
 TEST(PictureRoundTrips, JpegStaysCloseShrinksWithQualityAndIsOpaque) {
@@ -271,74 +277,59 @@ TEST(PictureRoundTrips, EncodersRefuseImagesWithoutPixels) {
 
 TEST(PictureDecoding, ReadsPngOfEveryColourType) {
   const std::vector<png_color> palette = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, {255, 255, 255}};
-  const struct {
-    const char* name;
-    Bytes file;
-    Pixels expected;
-  } cases[] = {
-      {"2-bit palette with transparency",
-       png(4, 1, PNG_COLOR_TYPE_PALETTE, 2, {0x1B}, PNG_INTERLACE_NONE, palette, {255, 128, 0}),
-       {kRed, 0x80008000, 0, kWhite}},
-      {"16-bit grey, interlaced",
-       png(2, 2, PNG_COLOR_TYPE_GRAY, 16, {0, 0, 0xFF, 0xFF, 0x80, 0x80, 0x12, 0x12},
-           PNG_INTERLACE_ADAM7),
-       {kBlack, kWhite, 0xFF808080, 0xFF121212}},
-      {"grey with alpha", png(1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 8, {200, 100}), {0x644E4E4E}},
-      {"1-bit grey", png(3, 1, PNG_COLOR_TYPE_GRAY, 1, {0xA0}), {kWhite, kBlack, kWhite}},
-
-  };
-  for (const auto& c : cases) {
-    PixelImage out;
-    ASSERT_TRUE(decode(c.file, out)) << c.name;
-    EXPECT_EQ(out.pixels, c.expected) << c.name;
-  }
+  expectPicture(
+      "2-bit palette with transparency",
+      png(4, 1, PNG_COLOR_TYPE_PALETTE, 2, {0x1B}, PNG_INTERLACE_NONE, palette, {255, 128, 0}),
+      image(4, 1, {kRed, 0x80008000, 0, kWhite}));
+  expectPicture("16-bit grey, interlaced",
+                png(2, 2, PNG_COLOR_TYPE_GRAY, 16, {0, 0, 0xFF, 0xFF, 0x80, 0x80, 0x12, 0x12},
+                    PNG_INTERLACE_ADAM7),
+                image(2, 2, {kBlack, kWhite, 0xFF808080, 0xFF121212}));
+  expectPicture("grey with alpha", png(1, 1, PNG_COLOR_TYPE_GRAY_ALPHA, 8, {200, 100}),
+                image(1, 1, {0x644E4E4E}));
+  expectPicture("1-bit grey", png(3, 1, PNG_COLOR_TYPE_GRAY, 1, {0xA0}),
+                image(3, 1, {kWhite, kBlack, kWhite}));
 }
 
 TEST(PictureDecoding, ReadsTheBitmapVariants) {
-  const Bytes topDown32 = dib(1, -2, 32, 0, {}, {0, 0, 0xFF, 0xFF, 0, 0, 0x80, 0x80});
-  const Pixels v5Masks = {0x0000FF00, 0x00FF0000, 0xFF000000, 0x000000FF};
-  const struct {
-    const char* name;
-    PixelImage expected;
-    Bytes file;
-  } cases[] = {
-      // Bottom-up: the first row in the file is the bottom row.
-      {"8-bit palette", image(2, 2, {kGreen, kBlue, kBlue, kGreen}),
-       bmp(2, 2, 8, 0, {0xFF, 0xFF00}, {0, 1, 0, 0, 1, 0, 0, 0})},
-      {"4-bit palette", image(3, 1, {kBlue, kGreen, kGreen}),
-       bmp(3, 1, 4, 0, {0xFF, 0xFF00}, {0x01, 0x10, 0, 0})},
-      {"1-bit palette",
-       image(9, 1, {kWhite, kBlack, kBlack, kBlack, kBlack, kBlack, kBlack, kBlack, kWhite}),
-       bmp(9, 1, 1, 0, {0, 0xFFFFFF}, {0x80, 0x80, 0, 0})},
-      {"24-bit bottom-up, padded rows", image(1, 2, {kRed, 0xFF102030}),
-       bmp(1, 2, 24, 0, {}, {0x30, 0x20, 0x10, 0, 0x00, 0x00, 0xFF, 0})},
-      {"32-bit top-down with alpha", image(1, 2, {kRed, 0x80400000}), bmp(topDown32, 8)},
-      {"32-bit alpha all zero is opaque", image(1, 1, {0xFF030201}),
-       bmp(1, 1, 32, 0, {}, {1, 2, 3, 0})},
-      {"16-bit 5-6-5 bitfields", image(2, 1, {kRed, kGreen}),
-       bmp(dib(2, 1, 16, 3, {}, {0x00, 0xF8, 0xE0, 0x07}, 40, {0xF800, 0x07E0, 0x001F}), 4)},
-      {"V5 header, alpha mask inside it", image(1, 1, {0x80201008}),
-       bmp(dib(1, 1, 32, 3, {}, {0x80, 0x40, 0x20, 0x10}, 124, v5Masks), 4)},
-      // Runs: three of colour 1, end of line; a move one right; three literal pixels; end.
-      {"RLE8", image(4, 2, {0, kBlue, kBlack, kBlue, kBlue, kBlue, kBlue, 0}),
-       bmp(4, 2, 8, 1, {0, 0xFF}, {3, 1, 0, 0, 0, 2, 1, 0, 0, 3, 1, 0, 1, 0, 0, 1})},
-      {"RLE4", image(3, 1, {kBlue, kGreen, kBlue}),
-       bmp(3, 1, 4, 2, {0, 0xFF, 0xFF00}, {3, 0x12, 0, 1})},
-  };
-  for (const auto& c : cases) {
-    PixelImage out;
-    ASSERT_TRUE(decode(c.file, out)) << c.name;
-    EXPECT_EQ(out.width, c.expected.width) << c.name;
-    EXPECT_EQ(out.height, c.expected.height) << c.name;
-    EXPECT_EQ(out.pixels, c.expected.pixels) << c.name;
-  }
+  // Bottom-up: the first row in the file is the bottom row.
+  expectPicture("8-bit palette", bmp(2, 2, 8, 0, {0xFF, 0xFF00}, {0, 1, 0, 0, 1, 0, 0, 0}),
+                image(2, 2, {kGreen, kBlue, kBlue, kGreen}));
+  expectPicture("4-bit palette", bmp(3, 1, 4, 0, {0xFF, 0xFF00}, {0x01, 0x10, 0, 0}),
+                image(3, 1, {kBlue, kGreen, kGreen}));
+  expectPicture(
+      "1-bit palette", bmp(9, 1, 1, 0, {0, 0xFFFFFF}, {0x80, 0x80, 0, 0}),
+      image(9, 1, {kWhite, kBlack, kBlack, kBlack, kBlack, kBlack, kBlack, kBlack, kWhite}));
+  expectPicture("24-bit bottom-up, padded rows",
+                bmp(1, 2, 24, 0, {}, {0x30, 0x20, 0x10, 0, 0x00, 0x00, 0xFF, 0}),
+                image(1, 2, {kRed, 0xFF102030}));
+  expectPicture("32-bit top-down with alpha",
+                bmp(dib(1, -2, 32, 0, {}, {0, 0, 0xFF, 0xFF, 0, 0, 0x80, 0x80}), 8),
+                image(1, 2, {kRed, 0x80400000}));
+  expectPicture("32-bit alpha all zero is opaque", bmp(1, 1, 32, 0, {}, {1, 2, 3, 0}),
+                image(1, 1, {0xFF030201}));
+  expectPicture(
+      "16-bit 5-6-5 bitfields",
+      bmp(dib(2, 1, 16, 3, {}, {0x00, 0xF8, 0xE0, 0x07}, 40, {0xF800, 0x07E0, 0x001F}), 4),
+      image(2, 1, {kRed, kGreen}));
+  expectPicture("V5 header, alpha mask inside it",
+                bmp(dib(1, 1, 32, 3, {}, {0x80, 0x40, 0x20, 0x10}, 124,
+                        {0x0000FF00, 0x00FF0000, 0xFF000000, 0x000000FF}),
+                    4),
+                image(1, 1, {0x80201008}));
+  // Runs: three of colour 1, end of line; a move one right; three literal pixels; end.
+  expectPicture("RLE8",
+                bmp(4, 2, 8, 1, {0, 0xFF}, {3, 1, 0, 0, 0, 2, 1, 0, 0, 3, 1, 0, 1, 0, 0, 1}),
+                image(4, 2, {0, kBlue, kBlack, kBlue, kBlue, kBlue, kBlue, 0}));
+  expectPicture("RLE4", bmp(3, 1, 4, 2, {0, 0xFF, 0xFF00}, {3, 0x12, 0, 1}),
+                image(3, 1, {kBlue, kGreen, kBlue}));
 }
 
 TEST(PictureDecoding, ReadsTheFirstGifFrameOnAClearScreen) {
-  PixelImage out;
   // A 2x2 frame at (1,1) of a 3x3 screen; index 3 is the transparent one.
-  ASSERT_TRUE(decode(gif(3, 3, {{1, 1, 2, 2, {1, 2, 3, 0}, 3}}), out));
-  EXPECT_EQ(out.pixels, (Pixels{0, 0, 0, 0, kRed, kGreen, 0, 0, 0xFF000000}));
+  expectPicture("frame inside the screen", gif(3, 3, {{1, 1, 2, 2, {1, 2, 3, 0}, 3}}),
+                image(3, 3, {0, 0, 0, 0, kRed, kGreen, 0, 0, 0xFF000000}));
+  PixelImage out;
   // Interlaced rows land in place; the second frame is not shown.
   Bytes rows;
   for (int y = 0; y < 10; ++y) rows.push_back(static_cast<uint8_t>(y % 4));
@@ -351,24 +342,19 @@ TEST(PictureDecoding, ReadsTheFirstGifFrameOnAClearScreen) {
 }
 
 TEST(PictureDecoding, ReadsTheLargestIconImage) {
-  const PixelImage small = image(1, 1, {kRed});
   const PixelImage big = image(2, 2, {kRed, 0, 0x80400000, kGreen});
-  PixelImage out;
-  ASSERT_TRUE(decode(ico({{1, 1, 32, encodePng(small)}, {2, 2, 32, encodePng(big)}}), out));
-  EXPECT_EQ(out.pixels, big.pixels);
-
+  expectPicture("two PNG images",
+                ico({{1, 1, 32, encodePng(image(1, 1, {kRed}))}, {2, 2, 32, encodePng(big)}}), big);
   // A 32-bit bitmap with alpha of its own: the AND mask, all set, is not applied.
-  const Bytes mask = {0xC0, 0, 0, 0, 0xC0, 0, 0, 0};
   Bytes bits = {0, 0, 0xFF, 0xFF, 0, 0xFF, 0, 0x80, 0xFF, 0, 0, 0xFF, 0, 0, 0, 0};
-  append(bits, mask);
-  ASSERT_TRUE(decode(ico({{2, 2, 32, dib(2, 4, 32, 0, {}, bits)}}), out));
-  EXPECT_EQ(out.pixels, (Pixels{0xFF0000FF, 0, kRed, 0x80008000}));
-
+  append(bits, {0xC0, 0, 0, 0, 0xC0, 0, 0, 0});
+  expectPicture("32-bit bitmap", ico({{2, 2, 32, dib(2, 4, 32, 0, {}, bits)}}),
+                image(2, 2, {0xFF0000FF, 0, kRed, 0x80008000}));
   // A 24-bit bitmap has only the mask for transparency: a set bit clears the pixel.
   bits = {0, 0, 0xFF, 0xFF, 0, 0, 0, 0, 0, 0xFF, 0, 0xFF, 0, 0, 0, 0};
   append(bits, {0x80, 0, 0, 0, 0x40, 0, 0, 0});
-  ASSERT_TRUE(decode(ico({{2, 2, 24, dib(2, 4, 24, 0, {}, bits)}}), out));
-  EXPECT_EQ(out.pixels, (Pixels{kGreen, 0, 0, kBlue}));
+  expectPicture("24-bit bitmap", ico({{2, 2, 24, dib(2, 4, 24, 0, {}, bits)}}),
+                image(2, 2, {kGreen, 0, 0, kBlue}));
 }
 
 // One valid file of each kind the decoder reads.
@@ -386,11 +372,10 @@ std::vector<std::pair<std::string, Bytes>> samples() {
 
 TEST(PictureRejects, EveryTruncatedFile) {
   for (const auto& [name, file] : samples()) {
-    PixelImage out;
-    ASSERT_TRUE(decode(file, out)) << name;
+    ASSERT_TRUE(readable(file)) << name;
     for (size_t length = 0; length < file.size(); ++length) {
       const Bytes cut(file.begin(), file.begin() + static_cast<ptrdiff_t>(length));
-      EXPECT_FALSE(decode(cut, out)) << name << " cut to " << length;
+      EXPECT_FALSE(readable(cut)) << name << " cut to " << length;
     }
   }
 }
@@ -421,86 +406,55 @@ TEST(PictureRejects, NoiseAndDamagedFilesWithoutCrashing) {
 
 TEST(PictureRejects, SidesAboveTheLimitAndEmptyImages) {
   const Bytes row24(16385 * 3 + 3, 0xFF);
-  const Bytes jpeg = encodeJpeg(chartLike(8, 8));
-  const struct {
-    const char* name;
-    Bytes largest, tooLarge;
-  } limits[] = {
-      {"png", png(16384, 1, PNG_COLOR_TYPE_GRAY, 1, Bytes(2048, 0)),
-       png(16385, 1, PNG_COLOR_TYPE_GRAY, 1, Bytes(2049, 0))},
-      {"bmp", bmp(16384, 1, 24, 0, {}, row24), bmp(16385, 1, 24, 0, {}, row24)},
-      {"gif", gif(16384, 1, {{0, 0, 1, 1, {1}}}), gif(16385, 1, {{0, 0, 1, 1, {1}}})},
-  };
-  for (const auto& limit : limits) {
+  using R = std::tuple<const char*, Bytes, Bytes>;  // the largest picture, and one pixel wider
+  for (const auto& [name, largest, wider] :
+       {R{"png", png(16384, 1, PNG_COLOR_TYPE_GRAY, 1, Bytes(2048, 0)),
+          png(16385, 1, PNG_COLOR_TYPE_GRAY, 1, Bytes(2049, 0))},
+        R{"bmp", bmp(16384, 1, 24, 0, {}, row24), bmp(16385, 1, 24, 0, {}, row24)},
+        R{"gif", gif(16384, 1, {{0, 0, 1, 1, {1}}}), gif(16385, 1, {{0, 0, 1, 1, {1}}})}}) {
     PixelImage out;
-    EXPECT_TRUE(decode(limit.largest, out)) << limit.name;
-    EXPECT_EQ(out.width, 16384) << limit.name;
-    EXPECT_FALSE(decode(limit.tooLarge, out)) << limit.name;
+    EXPECT_TRUE(decode(largest, out)) << name;
+    EXPECT_EQ(out.width, 16384) << name;
+    EXPECT_FALSE(readable(wider)) << name;
   }
-  PixelImage out;
-  for (const Bytes& file : {
-           bmp(0, 1, 24, 0, {}, {0, 0, 0, 0}),
-           bmp(1, 0, 24, 0, {}, {0, 0, 0, 0}),
-           bmp(0x7FFFFFFF, 0x7FFFFFFF, 24, 0, {}, {0, 0, 0, 0}),
-           bmp(1, INT32_MIN, 24, 0, {}, {0, 0, 0, 0}),
-           bmp(16384, 16384, 24, 0, {}, {0, 0, 0, 0}),  // pixels missing: refused before reading
-           gif(0, 0, {{0, 0, 1, 1, {1}}}),
-           withJpegHeight(jpeg, 16385),
-           withJpegHeight(jpeg, 0),
-       }) {
-    EXPECT_FALSE(decode(file, out));
+  const Bytes jpeg = encodeJpeg(chartLike(8, 8)), pixel = {0, 0, 0, 0};
+  for (const Named& c :
+       {Named{"bmp of no width", bmp(0, 1, 24, 0, {}, pixel)},
+        Named{"bmp of no height", bmp(1, 0, 24, 0, {}, pixel)},
+        Named{"bmp of the largest sides", bmp(0x7FFFFFFF, 0x7FFFFFFF, 24, 0, {}, pixel)},
+        Named{"bmp of the lowest height", bmp(1, INT32_MIN, 24, 0, {}, pixel)},
+        // The pixels missing: refused before reading.
+        Named{"bmp of the largest sides allowed", bmp(16384, 16384, 24, 0, {}, pixel)},
+        Named{"gif of no size", gif(0, 0, {{0, 0, 1, 1, {1}}})},
+        Named{"jpeg too high", withJpegHeight(jpeg, 16385)},
+        Named{"jpeg of no height", withJpegHeight(jpeg, 0)}}) {
+    EXPECT_FALSE(readable(c.file)) << c.name;
   }
 }
 
 // A tiny file that claims 16384 x 16384 pixels would cost a gigabyte before its data runs out:
-// a claimed size that the data can't fill is refused before anything is allocated, while a
-// small picture that uses the same codes still decodes.
-TEST(PictureRejects, SizesThatTheirDataCannotFill) {
-  const Bytes blankRle = {0, 1};     // nothing but the end of the bitmap
-  const Bytes pngRow(16384 / 8, 0);  // every row written from this one blank row
-  Bytes cutPng = png(16384, 16384, PNG_COLOR_TYPE_GRAY, 1, pngRow);
+// a claimed size that the data can't fill is refused before anything is allocated. Uncompressed
+// rows that are all there still count against the budget: a one-bit bitmap packs eight pixels
+// into a byte, and each of them costs four once decoded. Small pictures of the same codes decode.
+TEST(PictureRejects, SizesBeyondTheirDataOrThePixelBudgetBeforeAllocating) {
+  const Bytes blankRle = {0, 1};  // nothing but the end of the bitmap
+  // Every row written from one blank row, and cut short.
+  Bytes cutPng = png(16384, 16384, PNG_COLOR_TYPE_GRAY, 1, Bytes(16384 / 8, 0));
   cutPng.resize(200);
-  const Bytes jpeg = encodeJpeg(chartLike(8, 8));
-  const struct {
-    const char* name;
-    Bytes file;
-  } liars[] = {
-      {"rle", bmp(16384, 16384, 8, 1, {0xFF0000}, blankRle)},
-      {"gif", gif(16384, 16384, {{0, 0, 1, 1, {1}}})},
-      {"png", cutPng},
-      {"jpeg", withJpegHeight(jpeg, 16384, 16384)},
-  };
-  for (const auto& liar : liars) {
-    PixelImage out;
-    largestAllocation = 0;
-    EXPECT_FALSE(decode(liar.file, out)) << liar.name;
-    EXPECT_LT(largestAllocation, size_t{16} << 20) << liar.name;
-  }
-  PixelImage out;
-  EXPECT_TRUE(decode(bmp(64, 64, 8, 1, {0xFF0000}, blankRle), out));
-  EXPECT_TRUE(decode(gif(256, 256, {{0, 0, 1, 1, {1}}}), out));
-}
-
-// Uncompressed rows that are all there still count against the budget: a one-bit bitmap packs
-// eight pixels into a byte, and each of them costs four once decoded.
-TEST(PictureRejects, UncompressedPicturesBeyondThePixelBudget) {
   const Bytes rows(size_t{8192} / 8 * 8200, 0x55);
-  const Bytes over = dib(8192, 8200, 1, 0, {0, 0xFFFFFF}, rows);
-  const struct {
-    const char* name;
-    Bytes file;
-  } cases[] = {
-      {"bmp", bmp(over, rows.size())},
-      {"ico", ico({{0, 0, 1, dib(8192, 2 * 8200, 1, 0, {0, 0xFFFFFF}, rows)}})},
-  };
-  for (const auto& c : cases) {
-    PixelImage out;
+  for (const Named& c :
+       {Named{"rle", bmp(16384, 16384, 8, 1, {0xFF0000}, blankRle)},
+        Named{"gif", gif(16384, 16384, {{0, 0, 1, 1, {1}}})}, Named{"png", cutPng},
+        Named{"jpeg", withJpegHeight(encodeJpeg(chartLike(8, 8)), 16384, 16384)},
+        Named{"bmp of 1 bit", bmp(dib(8192, 8200, 1, 0, {0, 0xFFFFFF}, rows), rows.size())},
+        Named{"ico of 1 bit", ico({{0, 0, 1, dib(8192, 2 * 8200, 1, 0, {0, 0xFFFFFF}, rows)}})}}) {
     largestAllocation = 0;
-    EXPECT_FALSE(decode(c.file, out)) << c.name;
+    EXPECT_FALSE(readable(c.file)) << c.name;
     EXPECT_LT(largestAllocation, size_t{16} << 20) << c.name;
   }
-  PixelImage out;
-  EXPECT_TRUE(decode(bmp(8192, 8, 1, 0, {0, 0xFFFFFF}, Bytes(8192, 0x55)), out));
+  EXPECT_TRUE(readable(bmp(64, 64, 8, 1, {0xFF0000}, blankRle)));
+  EXPECT_TRUE(readable(gif(256, 256, {{0, 0, 1, 1, {1}}})));
+  EXPECT_TRUE(readable(bmp(8192, 8, 1, 0, {0, 0xFFFFFF}, Bytes(8192, 0x55))));
 }
 
 TEST(PictureRejects, DamagedBitmapAndIconStructures) {
@@ -509,32 +463,26 @@ TEST(PictureRejects, DamagedBitmapAndIconStructures) {
     for (int i = 0; i < 4; ++i) file[at + i] = static_cast<uint8_t>(value >> (8 * i));
     return file;
   };
-  const Bytes bitfields = bmp(dib(1, 1, 32, 3, {}, {1, 2, 3, 4}, 40, {~0u, 0x0F0F, 0x00FF}), 4);
-  const Bytes rle = bmp(2, 1, 8, 1, {0, 0xFF}, {250, 1, 0, 2, 200, 200, 0, 3, 1, 1, 1, 0, 0, 1});
-  const struct {
-    const char* name;
-    Bytes file;
-    bool readable;
-  } cases[] = {
-      {"icon entry past the end", patched(icon, 18, 0x10000), false},
-      {"icon entry longer than the file", patched(icon, 14, 0xFFFFFFFF), false},
-      {"icon with more entries than its directory", patched(icon, 4, 40), false},
-      {"icon entry of noise", patched(icon, 22, 0x12345678), false},
-      {"bitmap pixels past the end", patched(bmp(1, 1, 24, 0, {}, {0, 0, 0, 0}), 10, 0xFFFFFF00),
-       false},
-      {"bitmap with four billion palette entries",
-       patched(bmp(1, 1, 8, 0, {0xFF}, {0, 0, 0, 0}), 46, 0xFFFFFFFF), false},
-      {"bitmap of 64 bits", patched(bmp(1, 1, 24, 0, {}, Bytes(8, 0)), 28, 64), false},
-      {"bitmap with an unknown header", patched(bmp(1, 1, 24, 0, {}, {0, 0, 0, 0}), 14, 20), false},
-      {"RLE without its end", bmp(2, 1, 8, 1, {0, 0xFF}, {2, 1, 0, 0}), false},
-      // Damage that stays inside the picture is drawn, clipped.
-      {"RLE moving and running outside the picture", rle, true},
-      {"masks of 32 bits and with holes", bitfields, true},
-  };
-  for (const auto& c : cases) {
-    PixelImage out;
-    EXPECT_EQ(decode(c.file, out), c.readable) << c.name;
+  const Bytes pixel = {0, 0, 0, 0};
+  for (const Named& c :
+       {Named{"icon entry past the end", patched(icon, 18, 0x10000)},
+        Named{"icon entry longer than the file", patched(icon, 14, 0xFFFFFFFF)},
+        Named{"icon with more entries than its directory", patched(icon, 4, 40)},
+        Named{"icon entry of noise", patched(icon, 22, 0x12345678)},
+        Named{"bitmap pixels past the end", patched(bmp(1, 1, 24, 0, {}, pixel), 10, 0xFFFFFF00)},
+        Named{"bitmap with four billion palette entries",
+              patched(bmp(1, 1, 8, 0, {0xFF}, pixel), 46, 0xFFFFFFFF)},
+        Named{"bitmap of 64 bits", patched(bmp(1, 1, 24, 0, {}, Bytes(8, 0)), 28, 64)},
+        Named{"bitmap with an unknown header", patched(bmp(1, 1, 24, 0, {}, pixel), 14, 20)},
+        Named{"RLE without its end", bmp(2, 1, 8, 1, {0, 0xFF}, {2, 1, 0, 0})}}) {
+    EXPECT_FALSE(readable(c.file)) << c.name;
   }
+  // Damage that stays inside the picture is drawn, clipped.
+  EXPECT_TRUE(
+      readable(bmp(2, 1, 8, 1, {0, 0xFF}, {250, 1, 0, 2, 200, 200, 0, 3, 1, 1, 1, 0, 0, 1})))
+      << "RLE moving and running outside the picture";
+  EXPECT_TRUE(readable(bmp(dib(1, 1, 32, 3, {}, {1, 2, 3, 4}, 40, {~0u, 0x0F0F, 0x00FF}), 4)))
+      << "masks of 32 bits and with holes";
 }
 
 class PictureServiceOverCodecs : public ::testing::Test {

@@ -33,10 +33,13 @@
 #include "platform/picture.h"
 #include "platform/regexp/pcre2_regexp.h"
 #include "platform/xml/pugi_dom.h"
+#include "user.h"
 #include "values/locale.h"
 
 namespace tessaline {
 namespace {
+
+using testing::form, testing::placed;
 
 class QtBackend : public ::testing::Test {
  protected:
@@ -65,7 +68,9 @@ void showActive(platform::UserControl& window) {
   if (QWidget* focused = QApplication::focusWidget()) focused->clearFocus();
 }
 
-TEST_F(QtBackend, LengthsAreTwipsFifteenToAPixelAtNinetySixDots) {
+// Lengths are twips, fifteen to a pixel at 96 dots an inch, and what the screen shows of a
+// gauge is the chart's pixels (the viewer is narrower than the picture).
+TEST_F(QtBackend, TheGaugesViewerIsMeasuredInTwipsAndPaintsThePicturesOwnPixels) {
   ASSERT_EQ(qt::pixelsOf(1440), 96) << "the offscreen screen is expected at 96 dpi";
   auto gauge = DTMDataGuageControl::create();
   QWidget* viewer = qt::widgetOf(gauge->ChartViewer1());
@@ -74,50 +79,42 @@ TEST_F(QtBackend, LengthsAreTwipsFifteenToAPixelAtNinetySixDots) {
   EXPECT_EQ(viewer->y(), 19);
   EXPECT_EQ(qt::widgetOf(gauge->window())->width(), qt::pixelsOf(3113));
   EXPECT_EQ(gauge->ChartViewer1().Width(), 3000);
-}
 
-TEST_F(QtBackend, TheViewerPaintsThePicturesOwnPixels) {
-  auto gauge = DTMDataGuageControl::create();
   gauge->IDTMControl_Init(host);
   gauge->IDtmControl_Name("PV");
   gauge->DTMDataGaugeControl_Unit("Unit");
   gauge->IDtmDataSubscriptionControlRange_GaugeDataDef(
       xml::parseElement("<gauge lowerRange='L' upperRange='H' pointerColor='FF0000'>"
-                        "<zones type='low_limit'>"
-                        "<zone name='Z' color='00FF00'/></zones></gauge>"));
+                        "<zones type='low_limit'><zone name='Z' color='00FF00'/></zones></gauge>"));
   gauge->IDtmDataSubscriptionControl_SubscriptionItems();
   for (auto [item, value] : {std::pair{"L", 0.0}, {"H", 10.0}, {"Z", 5.0}, {"PV", 4.0}}) {
     gauge->IDtmDataSubscriptionControl_UpdateSubscriptionValues(item, Variant(value));
   }
   const auto picture = refCast<platform::Picture>(gauge->ChartViewer1().Picture());
   ASSERT_TRUE(picture) << ::testing::PrintToString(host->errorLines());
-  QWidget* viewer = qt::widgetOf(gauge->ChartViewer1());
   const QImage shown = viewer->grab().toImage();
   const platform::PixelImage& pixels = picture->image();
-  // What the screen shows is the chart's pixels (the viewer is narrower than the picture).
   for (QPoint p : {QPoint(10, 10), QPoint(100, 70), QPoint(150, 120)}) {
     EXPECT_EQ(shown.pixel(p) & 0xFFFFFF, pixels.pixels[p.y() * pixels.width + p.x()] & 0xFFFFFF)
         << p.x() << "," << p.y();
   }
 }
 
-TEST_F(QtBackend, TooltipsWrapToTheirWidthAndWaitTheirDelay) {
+TEST_F(QtBackend, TooltipsWrapToTheirWidthWaitTheirDelayAndDieWithTheirControls) {
+  const size_t before = qt::liveTooltips();
   host->translations = {{"help", std::string(60, 'w') + " " + std::string(60, 'w')}};
   auto box = DTMDataTextBox::create();
   box->IDTMControl_Init(host);
-  QWidget* window = qt::widgetOf(box->window());
-  window->resize(300, 30);
+  qt::widgetOf(box->window())->resize(300, 30);
   box->IDTMDataControl_DataItemDef(xml::parseElement("<dataItem name='F' help='help'/>"));
   qt::TooltipInfo info;
   ASSERT_TRUE(qt::tooltipOwnedBy(box->window().hWnd(), info));
-  EXPECT_EQ(info.maxWidth, 400);
-  EXPECT_EQ(info.initialTime, 500);
-  EXPECT_EQ(info.visibleTime, 8000);
-  EXPECT_EQ(info.tools, 2u);
+  EXPECT_EQ(std::tuple(info.maxWidth, info.initialTime, info.visibleTime, info.tools),
+            std::tuple(400, 500, 8000, size_t{2}));
+  EXPECT_GT(qt::liveTooltips(), before);
 
-  QWidget* edit = qt::widgetOf(box->Text1());
   QEvent enter(QEvent::Enter);
-  QApplication::sendEvent(edit, &enter);
+  QApplication::sendEvent(qt::widgetOf(box->Text1()), &enter);
   std::string text;
   int32_t delay = 0;
   ASSERT_TRUE(qt::pendingTooltip(text, delay));
@@ -128,16 +125,7 @@ TEST_F(QtBackend, TooltipsWrapToTheirWidthAndWaitTheirDelay) {
   EXPECT_TRUE(QToolTip::isVisible());
   EXPECT_EQ(QToolTip::text().toStdString(), text);
   QToolTip::hideText();
-}
-
-TEST_F(QtBackend, TooltipWindowsDieWithTheirControls) {
-  const size_t before = qt::liveTooltips();
-  {
-    auto box = DTMDataTextBox::create();
-    box->IDTMControl_Init(host);
-    box->IDTMDataControl_DataItemDef(xml::parseElement("<dataItem name='F' help='h'/>"));
-    EXPECT_GT(qt::liveTooltips(), before);
-  }
+  box.reset();
   EXPECT_EQ(qt::liveTooltips(), before);
 }
 
@@ -172,13 +160,12 @@ TEST_F(QtBackend, RowsAreDrawnAsTheirControlPaintsThem) {
   QImage canvas(100, 40, QImage::Format_ARGB32);
   canvas.fill(Qt::black);
   for (int row = 0; row < 2; ++row) {
-    QPainter painter(&canvas);
     QStyleOptionViewItem option;
     option.rect = QRect(0, row * 20, 100, 20);
     option.font = box->font();
+    QPainter painter(&canvas);
     box->view()->itemDelegate()->paint(&painter, option, box->model()->index(row, 0));
-  }
-  for (int row = 0; row < 2; ++row) {
+    painter.end();
     const platform::RowPaint paint = combo->Combo1().drawRow(row, 0, combo->Combo1().List(row));
     const QColor expected(paint.background & 0xFF, (paint.background >> 8) & 0xFF,
                           (paint.background >> 16) & 0xFF);
@@ -261,26 +248,24 @@ TEST_F(QtBackend, BorderStyleAppearanceAndBackStyleReachTheWidgets) {
   form->setPalette(palette);
   form->setAutoFillBackground(true);
 
-  auto label = window->createLabel("Label1");
-  label->Width(1500);
-  label->Height(300);
+  auto label = placed(window->createLabel("Label1"), 1500, 300);
   label->BackColor(platform::colors::kYellow);
   auto* shown = qobject_cast<QLabel*>(qt::widgetOf(*label));
+  const auto frame = [&] { return std::pair(shown->frameShape(), shown->frameShadow()); };
   label->property("BorderStyle", Variant(1));
-  EXPECT_EQ(shown->frameShape(), QFrame::Panel) << "3-D by default";
-  EXPECT_EQ(shown->frameShadow(), QFrame::Sunken);
+  EXPECT_EQ(frame(), std::pair(QFrame::Panel, QFrame::Sunken)) << "3-D by default";
   label->property("Appearance", Variant(0));
-  EXPECT_EQ(shown->frameShape(), QFrame::Box);
-  EXPECT_EQ(shown->frameShadow(), QFrame::Plain);
+  EXPECT_EQ(frame(), std::pair(QFrame::Box, QFrame::Plain));
   label->property("BorderStyle", Variant(0));
   EXPECT_EQ(shown->frameShape(), QFrame::NoFrame);
-  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::yellow));
+  const auto onLabel = [&] { return form->grab().toImage().pixelColor(50, 10); };
+  EXPECT_EQ(onLabel(), QColor(Qt::yellow));
   label->property("BackStyle", Variant(0));
-  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::blue)) << "transparent";
+  EXPECT_EQ(onLabel(), QColor(Qt::blue)) << "transparent";
   label->BackColor(platform::colors::kWhite);
-  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::blue));
+  EXPECT_EQ(onLabel(), QColor(Qt::blue));
   label->property("BackStyle", Variant(1));
-  EXPECT_EQ(form->grab().toImage().pixelColor(50, 10), QColor(Qt::white));
+  EXPECT_EQ(onLabel(), QColor(Qt::white));
 
   auto box = window->createTextBox("Text1", false);
   auto* line = qobject_cast<QLineEdit*>(qt::widgetOf(*box));
@@ -306,21 +291,15 @@ TEST_F(QtBackend, BorderStyleAppearanceAndBackStyleReachTheWidgets) {
 
 // Tab goes by TabIndex, those of a composite control on the form as one place of the order.
 TEST_F(QtBackend, TabFollowsTheTabIndex) {
-  auto window = platform::backend().createUserControl("Form");
-  window->Width(6000);
-  window->Height(3000);
+  auto window = form(6000, 3000);
   std::vector<std::unique_ptr<platform::TextBox>> boxes;
   for (const int32_t index : {3, 1, 0, 2}) {
-    boxes.push_back(window->createTextBox("Text" + std::to_string(boxes.size() + 1), false));
-    boxes.back()->Top(400 * static_cast<int32_t>(boxes.size()));
-    boxes.back()->Width(1000);
-    boxes.back()->Height(300);
+    const auto number = static_cast<int32_t>(boxes.size() + 1);
+    boxes.push_back(placed(window->createTextBox("Text" + std::to_string(number), false), 1000, 300,
+                           0, 400 * number));
     boxes.back()->TabIndex(index);
   }
-  auto inner = window->createChildControl("Inner");
-  inner->Left(3000);
-  inner->Width(2000);
-  inner->Height(2000);
+  auto inner = placed(window->createChildControl("Inner"), 2000, 2000, 3000);
   inner->TabIndex(4);
   auto innerFirst = inner->createTextBox("Text5", false);
   auto innerSecond = inner->createTextBox("Text6", false);
@@ -350,12 +329,8 @@ TEST_F(QtBackend, TabFollowsTheTabIndex) {
 // One click of the left button on the picker is one Click, on its fields as on its arrow;
 // another button's is none.
 TEST_F(QtBackend, TheDatePickerTakesOneClickOnceAndOnlyTheLeftButtons) {
-  auto window = platform::backend().createUserControl("Form");
-  window->Width(4000);
-  window->Height(400);
-  auto picker = window->createDatePicker("DTPicker");
-  picker->Width(3000);
-  picker->Height(375);
+  auto window = form();
+  auto picker = placed(window->createDatePicker("DTPicker"), 3000, 375);
   showActive(*window);
   int clicks = 0;
   picker->events.Click = [&] { ++clicks; };
@@ -401,19 +376,14 @@ TEST_F(QtBackend, AtAnotherResolutionTheViewerScalesTheChartAndMapsTheMouseBack)
   }
   ASSERT_EQ(qt::pixelsOf(1440), 120);
   EXPECT_DOUBLE_EQ(qt::chartScale(), 1.25);
-  auto window = platform::backend().createUserControl("Chart");
-  window->Width(200 * 15);
-  window->Height(100 * 15);
-  auto viewer = window->createChartViewer("ChartViewer1");
-  viewer->Width(200 * 15);
-  viewer->Height(100 * 15);
+  auto window = form(200 * 15, 100 * 15, "Chart");
+  auto viewer = placed(window->createChartViewer("ChartViewer1"), 200 * 15, 100 * 15);
   QWidget* shown = qt::widgetOf(*viewer);
   ASSERT_EQ(shown->width(), 250);
   // A chart of 200 by 100 pixels: red on its left half, blue on its right.
-  platform::PixelImage pixels{200, 100, std::vector<uint32_t>(200 * 100)};
-  for (int y = 0; y < 100; ++y) {
-    for (int x = 0; x < 200; ++x) pixels.pixels[y * 200 + x] = x < 100 ? 0xFFFF0000 : 0xFF0000FF;
-  }
+  platform::PixelImage pixels{200, 100, {}};
+  for (int i = 0; i < 200 * 100; ++i)
+    pixels.pixels.push_back(i % 200 < 100 ? 0xFFFF0000 : 0xFF0000FF);
   viewer->Picture(Ref<Object>(std::make_shared<platform::Picture>(std::move(pixels))));
   const QImage image = shown->grab().toImage();
   EXPECT_EQ(image.pixelColor(110, 60), QColor(Qt::red)) << "the chart's x 88";
@@ -428,9 +398,7 @@ TEST_F(QtBackend, AtAnotherResolutionTheViewerScalesTheChartAndMapsTheMouseBack)
   viewer->viewerEvents.ViewPortChanged = [&](bool, bool) { ++changes; };
   viewer->MouseUsage(platform::ChartViewer::kMouseZoomIn);
   QTest::mouseClick(shown, Qt::LeftButton, {}, QPoint(125, 25));
-  ASSERT_EQ(downs.size(), 1u);
-  EXPECT_FLOAT_EQ(downs[0].first, 100);
-  EXPECT_FLOAT_EQ(downs[0].second, 20);
+  EXPECT_EQ(downs, (std::vector<std::pair<float, float>>{{100, 20}}));
   EXPECT_DOUBLE_EQ(viewer->ViewPortLeft(), 0.25);
   EXPECT_DOUBLE_EQ(viewer->ViewPortWidth(), 0.5);
   // A drag of 50 screen pixels is one of 40 chart pixels: a fifth of the chart's width, a tenth

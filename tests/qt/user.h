@@ -64,4 +64,21 @@ class User {
 std::unique_ptr<User> headlessUser();
 std::unique_ptr<User> qtUser();
 
+// A window or a widget given its size in twips, and its place where not at the corner.
+template <class Widget>
+std::unique_ptr<Widget> placed(std::unique_ptr<Widget> widget, int32_t width, int32_t height,
+                               int32_t left = 0, int32_t top = 0) {
+  widget->Width(width);
+  widget->Height(height);
+  if (left) widget->Left(left);
+  if (top) widget->Top(top);
+  return widget;
+}
+
+// A window of the backend's to put widgets on, as a host's form.
+inline std::unique_ptr<platform::UserControl> form(int32_t width = 4000, int32_t height = 400,
+                                                   const char* className = "Form") {
+  return placed(platform::backend().createUserControl(className), width, height);
+}
+
 }  // namespace tessaline::testing
