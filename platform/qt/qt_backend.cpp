@@ -204,19 +204,60 @@ struct TooltipWindow {
   std::optional<qint64> tipEnds;
 };
 
+// The tooltips' time, in milliseconds, and the delay before a waiting tip shows: Qt's on the
+// wall clock, or the driven clock's when the application moves time on itself, so that the
+// delays pass with the rest of its time.
+class TipTime {
+ public:
+  TipTime(platform::SettableClock* driven, std::function<void()> due) : driven_(driven) {
+    if (driven_) {
+      drivenTimer_ = driven_->createTimer("TooltipDelay");
+      drivenTimer_->events.Timer = [this, due] {
+        drivenTimer_->Enabled(false);
+        due();
+      };
+    } else {
+      wall_.start();
+      timer_.setSingleShot(true);
+      QObject::connect(&timer_, &QTimer::timeout, std::move(due));
+    }
+  }
+  qint64 now() const {
+    return driven_ ? std::llround(driven_->seconds() * 1000.0) : wall_.elapsed();
+  }
+  void start(int32_t milliseconds) {
+    if (!driven_) return timer_.start(std::max(0, milliseconds));
+    drivenTimer_->Enabled(false);
+    drivenTimer_->Interval(std::max(1, milliseconds));
+    drivenTimer_->Enabled(true);
+  }
+  void stop() {
+    if (driven_) {
+      drivenTimer_->Enabled(false);
+    } else {
+      timer_.stop();
+    }
+  }
+  bool active() const { return driven_ ? drivenTimer_->Enabled() : timer_.isActive(); }
+
+ private:
+  platform::SettableClock* driven_;
+  std::unique_ptr<platform::Timer> drivenTimer_;
+  QElapsedTimer wall_;
+  QTimer timer_;
+};
+
 }  // namespace
 
 class Backend : public platform::Backend, public platform::TooltipService {
  public:
   explicit Backend(Time time) {
-    tooltipTime_.start();
     if (time == Time::Driven) {
       driven_ = std::make_unique<platform::SettableClock>(
           [](const platform::Handler& handler) { userAction(handler); });
       driven_->set(clock_.now());
     }
-    pending_.setSingleShot(true);
-    QObject::connect(&pending_, &QTimer::timeout, [this] { showPendingTooltip(); });
+    tipTime_ = std::make_unique<TipTime>(driven_.get(), [this] { showPendingTooltip(); });
     focus_ = QObject::connect(qApp, &QApplication::focusChanged, focusMoved);
   }
   ~Backend() override { QObject::disconnect(focus_); }
@@ -243,7 +284,7 @@ class Backend : public platform::Backend, public platform::TooltipService {
   void destroyWindow(platform::WindowHandle tooltip) override {
     std::erase_if(tooltips_, [&](const TooltipWindow& w) { return w.handle == tooltip; });
     if (pendingFrom_ == tooltip) {
-      pending_.stop();
+      tipTime_->stop();
       pendingFrom_ = 0;
     }
   }
@@ -294,19 +335,19 @@ class Backend : public platform::Backend, public platform::TooltipService {
   }
 
   bool pending(std::string& text, int32_t& delay) const {
-    if (!pending_.isActive() && !pendingTool_) return false;
+    if (!tipTime_->active() && !pendingTool_) return false;
     text = pendingText_;
     delay = pendingDelay_;
     return pendingTool_ != nullptr;
   }
 
   void showPendingTooltip() {
-    pending_.stop();
+    tipTime_->stop();
     TooltipWindow* window = find(pendingFrom_);
     if (!window || !pendingTool_) return;
     QToolTip::showText(pendingTool_->mapToGlobal(QPoint(0, pendingTool_->height())),
                        qtText(pendingText_), pendingTool_, {}, window->info.visibleTime);
-    window->tipEnds = tooltipTime_.elapsed() + std::max(0, window->info.visibleTime);
+    window->tipEnds = tipTime_->now() + std::max(0, window->info.visibleTime);
     shownFrom_ = window->handle;
     pendingTool_ = nullptr;
   }
@@ -360,9 +401,9 @@ class Backend : public platform::Backend, public platform::TooltipService {
     pendingTool_ = widget;
     pendingText_ = wrapped(text, window->info.maxWidth, QToolTip::font());
     const bool reshow =
-        window->tipEnds && tooltipTime_.elapsed() < *window->tipEnds + window->info.reshowTime;
+        window->tipEnds && tipTime_->now() < *window->tipEnds + window->info.reshowTime;
     pendingDelay_ = reshow ? window->info.reshowTime : window->info.initialTime;
-    pending_.start(std::max(0, pendingDelay_));
+    tipTime_->start(pendingDelay_);
   }
   // The newest tooltip window that holds a window as a tool; 0 for none.
   platform::WindowHandle holderOf(QWidget* widget) const {
@@ -375,10 +416,10 @@ class Backend : public platform::Backend, public platform::TooltipService {
   }
   // The mouse left a tool: a tip that waits stays down, one that is up goes now.
   void left() {
-    pending_.stop();
+    tipTime_->stop();
     pendingTool_ = nullptr;
     if (TooltipWindow* shown = find(shownFrom_)) {
-      const qint64 now = tooltipTime_.elapsed();
+      const qint64 now = tipTime_->now();
       if (shown->tipEnds && *shown->tipEnds > now) shown->tipEnds = now;
     }
     QToolTip::hideText();
@@ -389,14 +430,13 @@ class Backend : public platform::Backend, public platform::TooltipService {
   Clock clock_;
   std::unique_ptr<platform::SettableClock> driven_;
   std::vector<TooltipWindow> tooltips_;
-  QTimer pending_;
+  std::unique_ptr<TipTime> tipTime_;
   platform::WindowHandle pendingFrom_ = 0;
   QPointer<QWidget> pendingTool_;
   std::string pendingText_;
   int32_t pendingDelay_ = 0;
   // The tooltip window whose tip was shown last.
   platform::WindowHandle shownFrom_ = 0;
-  QElapsedTimer tooltipTime_;
   QMetaObject::Connection focus_;
 };
 

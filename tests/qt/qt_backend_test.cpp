@@ -189,6 +189,9 @@ TEST_F(QtBackend, AnErrorInAHandlerStopsTheActionAndReachesNoQtCode) {
 // While a tip is up, or within the reshow time after it went, the next tool's tip comes after
 // the reshow time; otherwise after the initial time.
 TEST_F(QtBackend, TheReshowTimeHoldsWhileATipIsUpAndShortlyAfterItWent) {
+  // On a driven clock the tooltips' delays pass as the test moves time on.
+  qt::install(qt::Time::Driven);
+  const auto wait = [](int milliseconds) { qt::drivenClock()->advance(milliseconds / 1000.0); };
   auto window = platform::backend().createUserControl("Form");
   auto one = window->createTextBox("Text1", false);
   auto two = window->createTextBox("Text2", false);
@@ -216,22 +219,28 @@ TEST_F(QtBackend, TheReshowTimeHoldsWhileATipIsUpAndShortlyAfterItWent) {
 
   move(nullptr, *one);
   EXPECT_EQ(delay(), 400);
-  qt::showPendingTooltip();
+  // The tip shows by itself once its delay has passed.
+  wait(399);
+  EXPECT_EQ(delay(), 400);
+  wait(1);
+  std::string shown;
+  int32_t none = 0;
+  EXPECT_FALSE(qt::pendingTooltip(shown, none));
   // The tip stays up longer than the reshow time: the next tool's tip still comes sooner.
-  QTest::qSleep(250);
+  wait(250);
   move(one.get(), *two);
   EXPECT_EQ(delay(), 200) << "a tip is up";
   qt::showPendingTooltip();
   move(two.get(), *one);
   EXPECT_EQ(delay(), 200) << "the tip went just now";
   send(*one, QEvent::Leave);
-  QTest::qSleep(250);
+  wait(250);
   send(*two, QEvent::Enter);
   EXPECT_EQ(delay(), 400) << "the reshow time has passed since the tip went";
   // A tip that went by itself at the end of its visible time.
   tips.setDelayTime(tip, platform::TooltipService::kAutoPop, 100);
   qt::showPendingTooltip();
-  QTest::qSleep(350);
+  wait(350);
   move(two.get(), *one);
   EXPECT_EQ(delay(), 400);
   send(*one, QEvent::Leave);
