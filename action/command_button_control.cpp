@@ -1,4 +1,4 @@
-#include "action/command_button_control.h"
+#include "tessaline/action/command_button_control.h"
 
 namespace tessaline {
 

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "frame/control_frame.h"
-#include "frame/events.h"
-#include "support/tooltip.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/frame/events.h"
+#include "tessaline/support/tooltip.h"
 
 namespace tessaline {
 

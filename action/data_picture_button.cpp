@@ -1,4 +1,4 @@
-#include "action/data_picture_button.h"
+#include "tessaline/action/data_picture_button.h"
 
 namespace tessaline {
 

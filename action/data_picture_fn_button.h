@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "action/picture_button_control.h"
-#include "frame/definitions.h"
+#include "tessaline/action/picture_button_control.h"
+#include "tessaline/frame/definitions.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "action/function_button.h"
+#include "tessaline/action/function_button.h"
 
 namespace tessaline {
 

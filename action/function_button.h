@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "action/command_button_control.h"
+#include "tessaline/action/command_button_control.h"
 
 namespace tessaline {
 

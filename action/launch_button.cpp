@@ -1,4 +1,4 @@
-#include "action/launch_button.h"
+#include "tessaline/action/launch_button.h"
 
 namespace tessaline {
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "action/command_button_control.h"
+#include "tessaline/action/command_button_control.h"
 
 namespace tessaline {
 

@@ -1,6 +1,6 @@
-#include "action/picture_button_control.h"
+#include "tessaline/action/picture_button_control.h"
 
-#include "support/image_files.h"
+#include "tessaline/support/image_files.h"
 
 namespace tessaline {
 

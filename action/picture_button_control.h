@@ -3,10 +3,10 @@
 #include <memory>
 #include <string>
 
-#include "frame/data_control.h"
-#include "platform/xml.h"
-#include "support/tooltip.h"
-#include "values/vb_array.h"
+#include "tessaline/frame/data_control.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/support/tooltip.h"
+#include "tessaline/values/vb_array.h"
 
 namespace tessaline {
 

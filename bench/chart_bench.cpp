@@ -7,9 +7,9 @@
 #include <string>
 
 #include "apps/demo/sample_charts.h"
-#include "platform/chart/codecs.h"
-#include "platform/chart/engine.h"
-#include "platform/picture.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/chart/engine.h"
+#include "tessaline/platform/picture.h"
 
 namespace {
 

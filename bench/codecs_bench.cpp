@@ -6,8 +6,8 @@
 #include <cmath>
 #include <cstdio>
 
-#include "platform/chart/codecs.h"
-#include "platform/picture.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/picture.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "support/dictionary.h"
+#include "tessaline/support/dictionary.h"
 
 namespace {
 

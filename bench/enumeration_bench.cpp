@@ -2,11 +2,11 @@
 // conditions, and filling the list child.
 #include <benchmark/benchmark.h>
 
-#include "entry/data_combo_box.h"
-#include "entry/list_control.h"
-#include "platform/headless/headless.h"
-#include "platform/xml/pugi_dom.h"
 #include "quiet_host.h"
+#include "tessaline/entry/data_combo_box.h"
+#include "tessaline/entry/list_control.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace {
 

@@ -4,11 +4,11 @@
 
 #include <filesystem>
 
-#include "host/form.h"
-#include "platform/chart/install.h"
-#include "platform/headless/headless.h"
-#include "platform/regexp/pcre2_regexp.h"
-#include "server/class_catalogue.h"
+#include "tessaline/host/form.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/server/class_catalogue.h"
 
 namespace {
 

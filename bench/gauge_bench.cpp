@@ -2,13 +2,13 @@
 // trip, to the new picture in the viewer.
 #include <benchmark/benchmark.h>
 
-#include "gauges/angular_gauge.h"
-#include "gauges/data_gauge.h"
-#include "gauges/dynamic_gauge.h"
-#include "platform/chart/install.h"
-#include "platform/headless/headless.h"
-#include "platform/xml/pugi_dom.h"
 #include "quiet_host.h"
+#include "tessaline/gauges/angular_gauge.h"
+#include "tessaline/gauges/data_gauge.h"
+#include "tessaline/gauges/dynamic_gauge.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace {
 

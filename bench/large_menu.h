@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/xml.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 // A large menu for the navigation's benchmarks: 5,000 entries in 20 groups, each group 25
 // folders of 9 items, every entry with a condition for the host.

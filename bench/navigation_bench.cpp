@@ -4,10 +4,10 @@
 #include <benchmark/benchmark.h>
 
 #include "large_menu.h"
-#include "navigation/navigation.h"
-#include "platform/headless/headless.h"
-#include "platform/xml/pugi_dom.h"
 #include "quiet_host.h"
+#include "tessaline/navigation/navigation.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "frame/host.h"
-#include "frame/interfaces.h"
+#include "tessaline/frame/host.h"
+#include "tessaline/frame/interfaces.h"
 
 namespace tessaline {
 

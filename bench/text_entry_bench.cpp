@@ -2,10 +2,10 @@
 // pattern's test, KeyUp with the host's check and the comparison with the baseline.
 #include <benchmark/benchmark.h>
 
-#include "entry/data_text_box.h"
-#include "platform/headless/headless.h"
-#include "platform/regexp/pcre2_regexp.h"
 #include "quiet_host.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // The value model sits under every control: text form and reading of numbers.
 #include <benchmark/benchmark.h>
 
-#include "values/variant.h"
+#include "tessaline/values/variant.h"
 
 namespace {
 

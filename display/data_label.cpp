@@ -1,4 +1,4 @@
-#include "display/data_label.h"
+#include "tessaline/display/data_label.h"
 
 namespace tessaline {
 

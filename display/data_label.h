@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "display/enum_label.h"
+#include "tessaline/display/enum_label.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "display/enum_label.h"
+#include "tessaline/display/enum_label.h"
 
 namespace tessaline {
 

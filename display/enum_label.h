@@ -3,8 +3,8 @@
 #include <memory>
 #include <string>
 
-#include "frame/data_control.h"
-#include "support/tooltip.h"
+#include "tessaline/frame/data_control.h"
+#include "tessaline/support/tooltip.h"
 
 namespace tessaline {
 

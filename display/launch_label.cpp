@@ -1,4 +1,4 @@
-#include "display/launch_label.h"
+#include "tessaline/display/launch_label.h"
 
 namespace tessaline {
 

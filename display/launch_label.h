@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "display/enum_label.h"
+#include "tessaline/display/enum_label.h"
 
 namespace tessaline {
 

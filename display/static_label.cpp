@@ -1,4 +1,4 @@
-#include "display/static_label.h"
+#include "tessaline/display/static_label.h"
 
 namespace tessaline {
 

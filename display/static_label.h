@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "frame/control_frame.h"
+#include "tessaline/frame/control_frame.h"
 
 namespace tessaline {
 

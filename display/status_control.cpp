@@ -1,6 +1,6 @@
-#include "display/status_control.h"
+#include "tessaline/display/status_control.h"
 
-#include "support/resources.h"
+#include "tessaline/support/resources.h"
 
 namespace tessaline {
 

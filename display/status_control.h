@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "frame/control_frame.h"
-#include "frame/definitions.h"
-#include "support/tooltip.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/frame/definitions.h"
+#include "tessaline/support/tooltip.h"
 
 namespace tessaline {
 

@@ -1,6 +1,6 @@
-#include "entry/data_check_box.h"
+#include "tessaline/entry/data_check_box.h"
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "entry/data_combo_box.h"
+#include "tessaline/entry/data_combo_box.h"
 
 namespace tessaline {
 

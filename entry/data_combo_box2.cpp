@@ -1,4 +1,4 @@
-#include "entry/data_combo_box2.h"
+#include "tessaline/entry/data_combo_box2.h"
 
 namespace tessaline {
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "entry/drop_down_list.h"
+#include "tessaline/entry/drop_down_list.h"
 
 namespace tessaline {
 

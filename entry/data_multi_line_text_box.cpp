@@ -1,6 +1,6 @@
-#include "entry/data_multi_line_text_box.h"
+#include "tessaline/entry/data_multi_line_text_box.h"
 
-#include "entry/edit_patterns.h"
+#include "tessaline/entry/edit_patterns.h"
 
 namespace tessaline {
 

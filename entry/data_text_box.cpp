@@ -1,7 +1,7 @@
-#include "entry/data_text_box.h"
+#include "tessaline/entry/data_text_box.h"
 
-#include "entry/edit_patterns.h"
-#include "values/locale.h"
+#include "tessaline/entry/edit_patterns.h"
+#include "tessaline/values/locale.h"
 
 namespace tessaline {
 

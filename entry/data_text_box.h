@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "entry/text_entry.h"
+#include "tessaline/entry/text_entry.h"
 
 namespace tessaline {
 

@@ -1,6 +1,6 @@
-#include "entry/date_time_control.h"
+#include "tessaline/entry/date_time_control.h"
 
-#include "values/dates.h"
+#include "tessaline/values/dates.h"
 
 namespace tessaline {
 

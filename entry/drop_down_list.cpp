@@ -1,6 +1,6 @@
-#include "entry/drop_down_list.h"
+#include "tessaline/entry/drop_down_list.h"
 
-#include "support/combo_rows.h"
+#include "tessaline/support/combo_rows.h"
 
 namespace tessaline {
 

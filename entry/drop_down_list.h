@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "entry/enumerated_list.h"
+#include "tessaline/entry/enumerated_list.h"
 
 namespace tessaline {
 

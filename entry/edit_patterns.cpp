@@ -1,8 +1,8 @@
-#include "entry/edit_patterns.h"
+#include "tessaline/entry/edit_patterns.h"
 
-#include "platform/widgets.h"
-#include "values/text.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/text.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

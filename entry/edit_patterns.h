@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "frame/definitions.h"
+#include "tessaline/frame/definitions.h"
 
 // What the text boxes let the user type: the key classes of a TextType, and the regular
 // expression that an edit format becomes. Edit formats carry no percent sign; their last

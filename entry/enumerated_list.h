@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "display/status_control.h"
-#include "frame/data_control.h"
-#include "support/tooltip.h"
+#include "tessaline/display/status_control.h"
+#include "tessaline/frame/data_control.h"
+#include "tessaline/support/tooltip.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "entry/list_control.h"
+#include "tessaline/entry/list_control.h"
 
 namespace tessaline {
 

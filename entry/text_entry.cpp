@@ -1,8 +1,8 @@
-#include "entry/text_entry.h"
+#include "tessaline/entry/text_entry.h"
 
-#include "entry/edit_patterns.h"
-#include "platform/regexp.h"
-#include "values/text.h"
+#include "tessaline/entry/edit_patterns.h"
+#include "tessaline/platform/regexp.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -3,12 +3,12 @@
 #include <memory>
 #include <string>
 
-#include "display/status_control.h"
-#include "frame/data_control.h"
-#include "frame/data_type_controller.h"
-#include "frame/events.h"
-#include "support/tooltip.h"
-#include "validation/validators.h"
+#include "tessaline/display/status_control.h"
+#include "tessaline/frame/data_control.h"
+#include "tessaline/frame/data_type_controller.h"
+#include "tessaline/frame/events.h"
+#include "tessaline/support/tooltip.h"
+#include "tessaline/validation/validators.h"
 
 namespace tessaline {
 

@@ -1,6 +1,6 @@
-#include "frame/catalogue.h"
+#include "tessaline/frame/catalogue.h"
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "frame/control_frame.h"
+#include "tessaline/frame/control_frame.h"
 
 namespace tessaline {
 

@@ -3,12 +3,12 @@
 #include <memory>
 #include <string>
 
-#include "frame/host.h"
-#include "frame/interfaces.h"
-#include "frame/logger.h"
-#include "frame/property_table.h"
-#include "platform/property_bag.h"
-#include "platform/widgets.h"
+#include "tessaline/frame/host.h"
+#include "tessaline/frame/interfaces.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/frame/property_table.h"
+#include "tessaline/platform/property_bag.h"
+#include "tessaline/platform/widgets.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "frame/data_control.h"
+#include "tessaline/frame/data_control.h"
 
 namespace tessaline {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "frame/control_frame.h"
-#include "frame/definitions.h"
-#include "frame/interfaces.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/frame/definitions.h"
+#include "tessaline/frame/interfaces.h"
 
 namespace tessaline {
 

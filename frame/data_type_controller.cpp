@@ -1,7 +1,7 @@
-#include "frame/data_type_controller.h"
+#include "tessaline/frame/data_type_controller.h"
 
-#include "values/locale.h"
-#include "values/text.h"
+#include "tessaline/values/locale.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "frame/definitions.h"
-#include "values/object.h"
-#include "values/variant.h"
+#include "tessaline/frame/definitions.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
 
 namespace tessaline {
 

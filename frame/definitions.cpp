@@ -1,7 +1,7 @@
-#include "frame/definitions.h"
+#include "tessaline/frame/definitions.h"
 
-#include "frame/logger.h"
-#include "values/text.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -5,10 +5,10 @@
 #include <span>
 #include <string>
 
-#include "frame/host.h"
-#include "platform/xml.h"
-#include "values/object.h"
-#include "values/vb_array.h"
+#include "tessaline/frame/host.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/vb_array.h"
 
 // What a control learns from the definition nodes that its host hands it: a dataItem and an
 // enumeration. Reading never changes a node and never reports a missing attribute.

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "values/object.h"
-#include "values/variant.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
 
 namespace tessaline {
 

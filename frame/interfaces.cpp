@@ -1,6 +1,6 @@
-#include "frame/interfaces.h"
+#include "tessaline/frame/interfaces.h"
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

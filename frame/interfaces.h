@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "frame/host.h"
-#include "values/object.h"
-#include "values/variant.h"
+#include "tessaline/frame/host.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
 
 // The twelve interfaces that the controls implement, members in slot order. A property is a
 // getter/setter overload pair, getter first. Booleans are bool here and -1 as a number.

@@ -1,4 +1,4 @@
-#include "frame/logger.h"
+#include "tessaline/frame/logger.h"
 
 namespace tessaline {
 

@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "frame/host.h"
-#include "values/object.h"
-#include "values/variant.h"
-#include "values/vb_error.h"
+#include "tessaline/frame/host.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

@@ -1,8 +1,8 @@
-#include "frame/property_table.h"
+#include "tessaline/frame/property_table.h"
 
-#include "frame/control_frame.h"
-#include "frame/definitions.h"
-#include "values/text.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/frame/definitions.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

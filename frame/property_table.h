@@ -8,9 +8,9 @@
 #include <type_traits>
 #include <vector>
 
-#include "platform/widgets.h"
-#include "values/object.h"
-#include "values/variant.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
 
 // The one table of a control class: every member that a host reaches by name (properties with
 // their getter and setter, methods, properties forwarded to a child), and the properties that

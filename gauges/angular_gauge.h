@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gauges/ranged_gauge.h"
+#include "tessaline/gauges/ranged_gauge.h"
 
 namespace tessaline {
 

@@ -1,7 +1,7 @@
-#include "gauges/data_gauge.h"
+#include "tessaline/gauges/data_gauge.h"
 
-#include "frame/logger.h"
-#include "values/text.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "gauges/gauge_control.h"
-#include "gauges/gauge_items.h"
+#include "tessaline/gauges/gauge_control.h"
+#include "tessaline/gauges/gauge_items.h"
 
 namespace tessaline {
 

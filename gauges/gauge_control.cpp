@@ -1,8 +1,8 @@
-#include "gauges/gauge_control.h"
+#include "tessaline/gauges/gauge_control.h"
 
-#include "frame/data_type_controller.h"
-#include "frame/logger.h"
-#include "platform/picture.h"
+#include "tessaline/frame/data_type_controller.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/platform/picture.h"
 
 namespace tessaline {
 

@@ -3,12 +3,12 @@
 #include <memory>
 #include <string>
 
-#include "frame/control_frame.h"
-#include "frame/definitions.h"
-#include "platform/chart.h"
-#include "platform/chart_viewer.h"
-#include "support/tooltip.h"
-#include "validation/validators.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/frame/definitions.h"
+#include "tessaline/platform/chart.h"
+#include "tessaline/platform/chart_viewer.h"
+#include "tessaline/support/tooltip.h"
+#include "tessaline/validation/validators.h"
 
 namespace tessaline {
 

@@ -1,8 +1,8 @@
-#include "gauges/gauge_items.h"
+#include "tessaline/gauges/gauge_items.h"
 
 #include <cmath>
 
-#include "values/arithmetic.h"
+#include "tessaline/values/arithmetic.h"
 
 namespace tessaline {
 

@@ -4,10 +4,10 @@
 #include <functional>
 #include <string>
 
-#include "frame/logger.h"
-#include "platform/xml.h"
-#include "values/variant.h"
-#include "values/vb_array.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/values/variant.h"
+#include "tessaline/values/vb_array.h"
 
 // What the gauges learn from their host besides the value: the items they subscribe to, the
 // limits of the scale and the coloured zones. Failures travel to the caller, which guards them.

@@ -1,6 +1,6 @@
-#include "host/form.h"
+#include "tessaline/host/form.h"
 
-#include "server/class_catalogue.h"
+#include "tessaline/server/class_catalogue.h"
 
 namespace tessaline::host {
 

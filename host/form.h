@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/control_frame.h"
-#include "platform/xml/form_file.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/platform/xml/form_file.h"
 
 // A dialog form as a host keeps it: the controls it created through the class catalogue, each
 // placed on the form in twips, and saved as its property bag.

@@ -1,4 +1,4 @@
-#include "host/reference_host.h"
+#include "tessaline/host/reference_host.h"
 
 namespace tessaline::host {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/host.h"
-#include "frame/interfaces.h"
+#include "tessaline/frame/host.h"
+#include "tessaline/frame/interfaces.h"
 
 // A host with the fourteen operations, for tests and the demo. It writes down every call
 // with its arguments in order, and answers as it is told: validation, translations,

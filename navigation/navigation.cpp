@@ -1,9 +1,9 @@
-#include "navigation/navigation.h"
+#include "tessaline/navigation/navigation.h"
 
 #include <vector>
 
-#include "support/image_files.h"
-#include "values/text.h"
+#include "tessaline/support/image_files.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

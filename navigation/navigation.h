@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "frame/control_frame.h"
-#include "frame/interfaces.h"
-#include "platform/xml.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/frame/interfaces.h"
+#include "tessaline/platform/xml.h"
 
 namespace tessaline {
 

@@ -1,7 +1,7 @@
-#include "platform/chart.h"
+#include "tessaline/platform/chart.h"
 
-#include "platform/chart_recorder.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/chart_recorder.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline::platform::chart {
 

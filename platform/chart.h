@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "values/object.h"
-#include "values/variant.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
 
 // The chart library as the chart controls reach it: an API object that makes meters and XY
 // charts, and the objects those hand out. Every argument is a value, as the controls pass

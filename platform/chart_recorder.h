@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "values/variant.h"
+#include "tessaline/values/variant.h"
 
 // The call recorder: while it records, every chart operation made on this thread is kept in
 // order with its arguments, so that a drawing sequence can be checked step by step.

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <functional>
 
-#include "platform/widgets.h"
-#include "values/object.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/object.h"
 
 namespace tessaline::platform {
 

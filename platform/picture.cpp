@@ -1,10 +1,10 @@
-#include "platform/picture.h"
+#include "tessaline/platform/picture.h"
 
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline::platform {
 

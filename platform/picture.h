@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "values/object.h"
-#include "values/variant.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
 
 namespace tessaline::platform {
 

@@ -1,7 +1,7 @@
-#include "platform/property_bag.h"
+#include "tessaline/platform/property_bag.h"
 
-#include "platform/font.h"
-#include "values/text.h"
+#include "tessaline/platform/font.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::platform {
 

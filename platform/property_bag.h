@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "values/variant.h"
+#include "tessaline/values/variant.h"
 
 namespace tessaline::platform {
 

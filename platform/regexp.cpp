@@ -1,6 +1,6 @@
-#include "platform/regexp.h"
+#include "tessaline/platform/regexp.h"
 
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline::platform {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "values/object.h"
+#include "tessaline/values/object.h"
 
 namespace tessaline::platform {
 

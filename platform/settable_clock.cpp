@@ -1,11 +1,11 @@
-#include "platform/settable_clock.h"
+#include "tessaline/platform/settable_clock.h"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 #include <vector>
 
-#include "values/dates.h"
+#include "tessaline/values/dates.h"
 
 namespace tessaline::platform {
 

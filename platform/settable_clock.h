@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/widgets.h"
+#include "tessaline/platform/widgets.h"
 
 // A clock that its owner sets and moves on, and the timers that count by it. Moving the clock on
 // fires every timer that falls due on the way, in the order of their moments (a timer due

@@ -1,6 +1,6 @@
-#include "platform/text_editing.h"
+#include "tessaline/platform/text_editing.h"
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::platform {
 

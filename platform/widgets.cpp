@@ -1,6 +1,6 @@
-#include "platform/widgets.h"
+#include "tessaline/platform/widgets.h"
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::platform {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/font.h"
-#include "values/variant.h"
+#include "tessaline/platform/font.h"
+#include "tessaline/values/variant.h"
 
 // The standard child controls that the composite controls are built of, and the composite
 // control's own window. Lengths are twips; colours are 0x00BBGGRR numbers or system colours.

@@ -1,4 +1,4 @@
-#include "platform/xml.h"
+#include "tessaline/platform/xml.h"
 
 namespace tessaline::platform {
 

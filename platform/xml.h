@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "values/object.h"
-#include "values/variant.h"
+#include "tessaline/values/object.h"
+#include "tessaline/values/variant.h"
 
 // The XML DOM as the controls read it: nodes that belong to the host's document, read and
 // never changed. Absent things are Nothing, never an exception; a member called through

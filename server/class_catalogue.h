@@ -3,9 +3,9 @@
 #include <span>
 #include <string_view>
 
-#include "frame/catalogue.h"
-#include "frame/property_table.h"
-#include "values/object.h"
+#include "tessaline/frame/catalogue.h"
+#include "tessaline/frame/property_table.h"
+#include "tessaline/values/object.h"
 
 // The classes that this build of the library carries, each with its identity, the factory that
 // makes it and its table of members: what a host's toolbox, a form loader and the server's

@@ -8,14 +8,14 @@
 #include <fstream>
 #include <pugixml.hpp>
 
-#include "frame/interfaces.h"
-#include "platform/chart/install.h"
-#include "platform/headless/headless.h"
-#include "platform/regexp/pcre2_regexp.h"
-#include "server/class_catalogue.h"
-#include "server/com_server.h"
-#include "support/resources.h"
-#include "values/text.h"
+#include "tessaline/frame/interfaces.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/server/class_catalogue.h"
+#include "tessaline/server/com_server.h"
+#include "tessaline/support/resources.h"
+#include "tessaline/values/text.h"
 
 struct TessalineObject {
   // A class object (the factory of a class) or an instance.

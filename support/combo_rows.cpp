@@ -1,6 +1,6 @@
-#include "support/combo_rows.h"
+#include "tessaline/support/combo_rows.h"
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::APICallBack {
 

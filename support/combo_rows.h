@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/widgets.h"
-#include "values/vb_array.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/vb_array.h"
 
 // The colours of drop-down rows: the row of the device's value stays white, every other row
 // is yellow, the colour of a modified value. The table of remembered rows is kept once per

@@ -1,4 +1,4 @@
-#include "support/data_constants.h"
+#include "tessaline/support/data_constants.h"
 
 namespace tessaline {
 

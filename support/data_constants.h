@@ -1,7 +1,7 @@
 #pragma once
 
-#include "frame/property_table.h"
-#include "support/dictionary.h"
+#include "tessaline/frame/property_table.h"
+#include "tessaline/support/dictionary.h"
 
 namespace tessaline {
 

@@ -1,9 +1,9 @@
-#include "support/dictionary.h"
+#include "tessaline/support/dictionary.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

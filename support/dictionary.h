@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/property_table.h"
-#include "values/variant.h"
+#include "tessaline/frame/property_table.h"
+#include "tessaline/values/variant.h"
 
 // A hash table from strings to values for fast lookup of many keys: a table of bucket heads
 // over a slot table whose slot 0 is never used (0 means "none"), a free list, and growth by a

@@ -1,6 +1,6 @@
-#include "support/image_files.h"
+#include "tessaline/support/image_files.h"
 
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

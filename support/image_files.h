@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/picture.h"
-#include "values/object.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/values/object.h"
 
 // The pictures that a definition names: files in the images folder below the host's base folder.
 // A control builds the path as it always has: the base folder, the literal "\\images\\" with

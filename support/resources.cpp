@@ -1,9 +1,9 @@
-#include "support/resources.h"
+#include "tessaline/support/resources.h"
 
 #include <map>
 
-#include "support/embedded_resources.h"
-#include "values/vb_error.h"
+#include "tessaline/support/embedded_resources.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

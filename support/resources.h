@@ -4,8 +4,8 @@
 #include <span>
 #include <string>
 
-#include "platform/picture.h"
-#include "values/object.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/values/object.h"
 
 // The library's own resources: the icons and texts of the status modes 101 to 106, and the
 // toolbox bitmaps of the controls. The library carries them in itself, so that it finds them

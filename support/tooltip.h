@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "frame/logger.h"
-#include "frame/property_table.h"
-#include "platform/widgets.h"
-#include "values/object.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/frame/property_table.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/object.h"
 
 namespace tessaline {
 

@@ -7,14 +7,14 @@
 #include <filesystem>
 #include <fstream>
 
-#include "action/data_picture_button.h"
-#include "action/data_picture_fn_button.h"
-#include "action/function_button.h"
-#include "action/launch_button.h"
-#include "platform/chart/codecs.h"
-#include "platform/property_bag.h"
 #include "support.h"
-#include "support/image_files.h"
+#include "tessaline/action/data_picture_button.h"
+#include "tessaline/action/data_picture_fn_button.h"
+#include "tessaline/action/function_button.h"
+#include "tessaline/action/launch_button.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/property_bag.h"
+#include "tessaline/support/image_files.h"
 
 namespace tessaline {
 namespace {

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/chart/engine.h"
-#include "platform/chart_recorder.h"
 #include "support.h"
+#include "tessaline/platform/chart/engine.h"
+#include "tessaline/platform/chart_recorder.h"
 
 namespace tessaline::chart {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/chart_recorder.h"
 #include "support.h"
+#include "tessaline/platform/chart_recorder.h"
 
 namespace tessaline::testing {
 

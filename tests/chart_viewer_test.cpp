@@ -1,4 +1,4 @@
-#include "platform/chart_viewer.h"
+#include "tessaline/platform/chart_viewer.h"
 
 #include <gtest/gtest.h>
 

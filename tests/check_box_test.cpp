@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "entry/data_check_box.h"
 #include "support.h"
+#include "tessaline/entry/data_check_box.h"
 
 namespace tessaline {
 namespace {

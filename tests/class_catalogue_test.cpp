@@ -1,15 +1,15 @@
 // The class catalogue: every class's identity, and the factory that creates a control by its
 // ProgID or class identifier.
-#include "server/class_catalogue.h"
+#include "tessaline/server/class_catalogue.h"
 
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "entry/data_text_box.h"
 #include "support.h"
-#include "support/resources.h"
-#include "support/tooltip.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/support/resources.h"
+#include "tessaline/support/tooltip.h"
 
 namespace tessaline {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "entry/data_combo_box2.h"
 #include "support.h"
-#include "support/combo_rows.h"
+#include "tessaline/entry/data_combo_box2.h"
+#include "tessaline/support/combo_rows.h"
 
 namespace tessaline {
 namespace {

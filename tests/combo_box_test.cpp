@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "entry/data_combo_box.h"
-#include "entry/list_control.h"
 #include "support.h"
+#include "tessaline/entry/data_combo_box.h"
+#include "tessaline/entry/list_control.h"
 
 namespace tessaline {
 namespace {

@@ -1,10 +1,10 @@
-#include "support/combo_rows.h"
+#include "tessaline/support/combo_rows.h"
 
 #include <gtest/gtest.h>
 
-#include "entry/data_combo_box.h"
-#include "entry/list_control.h"
 #include "support.h"
+#include "tessaline/entry/data_combo_box.h"
+#include "tessaline/entry/list_control.h"
 
 namespace tessaline {
 namespace {

@@ -10,11 +10,11 @@
 #include <map>
 #include <set>
 
-#include "frame/control_frame.h"
-#include "host/form.h"
-#include "platform/xml/form_file.h"
-#include "server/class_catalogue.h"
 #include "support.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/host/form.h"
+#include "tessaline/platform/xml/form_file.h"
+#include "tessaline/server/class_catalogue.h"
 
 namespace tessaline {
 namespace {

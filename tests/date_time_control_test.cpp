@@ -1,11 +1,11 @@
-#include "entry/date_time_control.h"
+#include "tessaline/entry/date_time_control.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 #include "support.h"
-#include "values/dates.h"
+#include "tessaline/values/dates.h"
 
 namespace tessaline {
 namespace {

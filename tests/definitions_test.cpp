@@ -1,9 +1,9 @@
-#include "frame/definitions.h"
+#include "tessaline/frame/definitions.h"
 
 #include <gtest/gtest.h>
 
-#include "frame/data_type_controller.h"
 #include "support.h"
+#include "tessaline/frame/data_type_controller.h"
 
 namespace tessaline {
 namespace {

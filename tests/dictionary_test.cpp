@@ -1,10 +1,10 @@
-#include "support/dictionary.h"
+#include "tessaline/support/dictionary.h"
 
 #include <gtest/gtest.h>
 
-#include "server/class_catalogue.h"
 #include "support.h"
-#include "support/data_constants.h"
+#include "tessaline/server/class_catalogue.h"
+#include "tessaline/support/data_constants.h"
 
 namespace tessaline {
 namespace {

@@ -1,4 +1,4 @@
-#include "entry/edit_patterns.h"
+#include "tessaline/entry/edit_patterns.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Forms saved as files: every kind of value comes back as it went, a broken file gives a clear
 // error and never a crash, and a failed save leaves the earlier file as it was.
-#include "platform/xml/form_file.h"
+#include "tessaline/platform/xml/form_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -11,8 +11,8 @@
 #include <fstream>
 #include <limits>
 
-#include "platform/font.h"
 #include "support.h"
+#include "tessaline/platform/font.h"
 
 namespace tessaline {
 namespace {

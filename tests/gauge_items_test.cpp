@@ -1,4 +1,4 @@
-#include "gauges/gauge_items.h"
+#include "tessaline/gauges/gauge_items.h"
 
 #include <gtest/gtest.h>
 

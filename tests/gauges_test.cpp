@@ -3,13 +3,13 @@
 #include <cmath>
 #include <limits>
 
-#include "gauges/angular_gauge.h"
-#include "gauges/data_gauge.h"
-#include "gauges/dynamic_gauge.h"
-#include "platform/chart/install.h"
-#include "platform/chart_recorder.h"
-#include "platform/picture.h"
 #include "support.h"
+#include "tessaline/gauges/angular_gauge.h"
+#include "tessaline/gauges/data_gauge.h"
+#include "tessaline/gauges/dynamic_gauge.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/chart_recorder.h"
+#include "tessaline/platform/picture.h"
 
 namespace tessaline {
 namespace {

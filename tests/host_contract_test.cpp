@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "frame/interfaces.h"
-#include "frame/logger.h"
-#include "host/reference_host.h"
+#include "tessaline/frame/interfaces.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/host/reference_host.h"
 
 namespace tessaline {
 namespace {

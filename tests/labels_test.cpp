@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "display/data_label.h"
-#include "display/launch_label.h"
-#include "display/static_label.h"
 #include "support.h"
+#include "tessaline/display/data_label.h"
+#include "tessaline/display/launch_label.h"
+#include "tessaline/display/static_label.h"
 
 namespace tessaline {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "entry/data_multi_line_text_box.h"
-#include "entry/data_text_box.h"
 #include "support.h"
+#include "tessaline/entry/data_multi_line_text_box.h"
+#include "tessaline/entry/data_text_box.h"
 
 namespace tessaline {
 namespace {

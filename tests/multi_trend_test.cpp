@@ -1,7 +1,7 @@
 // The multi-trend (its definition with the bands, the samples of seven lines, the drawing's
 // chart calls, the armed pointer modes) and the waveform (arrays set by the host, scales on both
 // axes, zooming out back to the full view).
-#include "trends/multi_trend.h"
+#include "tessaline/trends/multi_trend.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <limits>
 
 #include "chart_test.h"
-#include "trends/waveform.h"
+#include "tessaline/trends/waveform.h"
 
 namespace tessaline {
 namespace {

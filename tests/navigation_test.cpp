@@ -1,15 +1,15 @@
 // The navigation: the menu's rules (conditions, folders, items, faults that stay local), its
 // bars and trees as a user meets them, the choice announced to the host, the host's own
 // activation, and menus that are deep, wide or broken.
-#include "navigation/navigation.h"
+#include "tessaline/navigation/navigation.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "platform/chart/codecs.h"
 #include "support.h"
+#include "tessaline/platform/chart/codecs.h"
 
 namespace tessaline {
 namespace {

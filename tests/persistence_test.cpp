@@ -3,18 +3,18 @@
 // goes, forwarded properties and their notifications, and the form's first call.
 #include <gtest/gtest.h>
 
-#include "display/data_label.h"
-#include "display/launch_label.h"
-#include "display/static_label.h"
-#include "display/status_control.h"
-#include "entry/data_combo_box.h"
-#include "entry/data_combo_box2.h"
-#include "entry/data_text_box.h"
-#include "entry/list_control.h"
-#include "gauges/data_gauge.h"
-#include "gauges/dynamic_gauge.h"
 #include "support.h"
-#include "support/combo_rows.h"
+#include "tessaline/display/data_label.h"
+#include "tessaline/display/launch_label.h"
+#include "tessaline/display/static_label.h"
+#include "tessaline/display/status_control.h"
+#include "tessaline/entry/data_combo_box.h"
+#include "tessaline/entry/data_combo_box2.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/entry/list_control.h"
+#include "tessaline/gauges/data_gauge.h"
+#include "tessaline/gauges/dynamic_gauge.h"
+#include "tessaline/support/combo_rows.h"
 
 namespace tessaline {
 namespace {

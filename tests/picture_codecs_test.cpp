@@ -11,9 +11,9 @@
 #include <random>
 #include <string>
 
-#include "platform/chart/codecs.h"
-#include "platform/picture.h"
 #include "support.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/picture.h"
 
 // The largest single allocation while a test watches, to see what a decoder allocates before its
 // data runs out.

@@ -1,8 +1,8 @@
-#include "platform/regexp.h"
+#include "tessaline/platform/regexp.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
 
 namespace tessaline {
 namespace {

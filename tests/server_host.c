@@ -7,7 +7,7 @@
 #include <string.h>
 #include <unistd.h>
 
-#include "server/com_server.h"
+#include "tessaline/server/com_server.h"
 
 #define CHECK(condition, ...)                       \
   do {                                              \

@@ -1,11 +1,11 @@
-#include "display/status_control.h"
+#include "tessaline/display/status_control.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
 #include "support.h"
-#include "support/resources.h"
+#include "tessaline/support/resources.h"
 
 namespace tessaline {
 namespace {

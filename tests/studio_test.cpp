@@ -7,19 +7,19 @@
 #include <fstream>
 #include <set>
 
-#include "action/function_button.h"
-#include "action/launch_button.h"
 #include "apps/studio/session.h"
-#include "display/data_label.h"
-#include "entry/data_combo_box.h"
-#include "entry/data_text_box.h"
-#include "gauges/data_gauge.h"
-#include "gauges/gauge_control.h"
-#include "navigation/navigation.h"
-#include "server/class_catalogue.h"
 #include "support.h"
-#include "trends/host_fed_chart.h"
-#include "trends/single_trend.h"
+#include "tessaline/action/function_button.h"
+#include "tessaline/action/launch_button.h"
+#include "tessaline/display/data_label.h"
+#include "tessaline/entry/data_combo_box.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/gauges/data_gauge.h"
+#include "tessaline/gauges/gauge_control.h"
+#include "tessaline/navigation/navigation.h"
+#include "tessaline/server/class_catalogue.h"
+#include "tessaline/trends/host_fed_chart.h"
+#include "tessaline/trends/single_trend.h"
 
 namespace tessaline {
 namespace {

@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "frame/logger.h"
-#include "host/reference_host.h"
-#include "platform/chart/install.h"
-#include "platform/headless/headless.h"
-#include "platform/picture.h"
-#include "platform/regexp/pcre2_regexp.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace tessaline::testing {
 

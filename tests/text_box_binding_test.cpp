@@ -3,8 +3,8 @@
 #include <cmath>
 #include <limits>
 
-#include "entry/data_text_box.h"
 #include "support.h"
+#include "tessaline/entry/data_text_box.h"
 
 namespace tessaline {
 namespace {

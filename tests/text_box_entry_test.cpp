@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "entry/data_text_box.h"
 #include "support.h"
+#include "tessaline/entry/data_text_box.h"
 
 namespace tessaline {
 namespace {

@@ -1,4 +1,4 @@
-#include "support/tooltip.h"
+#include "tessaline/support/tooltip.h"
 
 #include <gtest/gtest.h>
 

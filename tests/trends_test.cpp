@@ -9,10 +9,10 @@
 #include <limits>
 
 #include "chart_test.h"
-#include "trends/data_trend.h"
-#include "trends/dynamic_trend.h"
-#include "trends/multi_trend.h"
-#include "trends/waveform.h"
+#include "tessaline/trends/data_trend.h"
+#include "tessaline/trends/dynamic_trend.h"
+#include "tessaline/trends/multi_trend.h"
+#include "tessaline/trends/waveform.h"
 
 namespace tessaline {
 namespace {

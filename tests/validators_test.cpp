@@ -1,4 +1,4 @@
-#include "validation/validators.h"
+#include "tessaline/validation/validators.h"
 
 #include <gtest/gtest.h>
 

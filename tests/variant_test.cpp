@@ -1,4 +1,4 @@
-#include "values/variant.h"
+#include "tessaline/values/variant.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <optional>
 
 #include "support.h"
-#include "values/dates.h"
-#include "values/locale.h"
+#include "tessaline/values/dates.h"
+#include "tessaline/values/locale.h"
 
 namespace tessaline {
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "platform/xml.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace tessaline {
 namespace {

@@ -5,7 +5,7 @@ file(GLOB_RECURSE files RELATIVE "${ROOT}" "${ROOT}/icons/*.png" "${ROOT}/button
      "${ROOT}/toolbox/*.bmp")
 list(SORT files)
 set(body "// Generated from resources/ by tools/embed_resources.cmake; do not edit.\n")
-string(APPEND body "#include \"support/embedded_resources.h\"\n\nnamespace tessaline {\nnamespace {\n")
+string(APPEND body "#include \"tessaline/support/embedded_resources.h\"\n\nnamespace tessaline {\nnamespace {\n")
 set(index 0)
 set(table "")
 foreach(name IN LISTS files)

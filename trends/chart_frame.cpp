@@ -1,12 +1,12 @@
-#include "trends/chart_frame.h"
+#include "tessaline/trends/chart_frame.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "platform/picture.h"
-#include "support/resources.h"
-#include "values/text.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/support/resources.h"
+#include "tessaline/values/text.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include "platform/chart.h"
-#include "platform/chart_viewer.h"
-#include "platform/widgets.h"
-#include "values/arithmetic.h"
-#include "values/variant.h"
+#include "tessaline/platform/chart.h"
+#include "tessaline/platform/chart_viewer.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/arithmetic.h"
+#include "tessaline/values/variant.h"
 
 // The frame of the four chart controls: the viewer, four pointer-mode buttons over its corner,
 // two scroll bars and two timers in their fixed geometry; the pointer modes, the scroll bars,

@@ -1,8 +1,8 @@
-#include "trends/data_trend.h"
+#include "tessaline/trends/data_trend.h"
 
 #include <cmath>
 
-#include "frame/logger.h"
+#include "tessaline/frame/logger.h"
 
 namespace tessaline {
 

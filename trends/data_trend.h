@@ -1,6 +1,6 @@
 #pragma once
 
-#include "trends/single_trend.h"
+#include "tessaline/trends/single_trend.h"
 
 namespace tessaline {
 

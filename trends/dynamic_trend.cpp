@@ -1,11 +1,11 @@
-#include "trends/dynamic_trend.h"
+#include "tessaline/trends/dynamic_trend.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
 
-#include "frame/logger.h"
-#include "values/locale.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/values/locale.h"
 
 namespace tessaline {
 

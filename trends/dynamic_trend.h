@@ -1,7 +1,7 @@
 #pragma once
 
-#include "support/tooltip.h"
-#include "trends/single_trend.h"
+#include "tessaline/support/tooltip.h"
+#include "tessaline/trends/single_trend.h"
 
 namespace tessaline {
 

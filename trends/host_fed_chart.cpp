@@ -1,7 +1,7 @@
-#include "trends/host_fed_chart.h"
+#include "tessaline/trends/host_fed_chart.h"
 
-#include "gauges/gauge_items.h"
-#include "values/vb_error.h"
+#include "tessaline/gauges/gauge_items.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "frame/control_frame.h"
-#include "platform/xml.h"
-#include "trends/chart_frame.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/trends/chart_frame.h"
 
 // What the multi-trend and the waveform share: charts that the host feeds through their own
 // interface, with no data item. Both keep IDtmControl alone (host and container ignored, Enable

@@ -1,9 +1,9 @@
-#include "trends/multi_trend.h"
+#include "tessaline/trends/multi_trend.h"
 
 #include <optional>
 
-#include "frame/logger.h"
-#include "values/text.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "frame/interfaces.h"
-#include "trends/host_fed_chart.h"
+#include "tessaline/frame/interfaces.h"
+#include "tessaline/trends/host_fed_chart.h"
 
 // One device value over the last hour with up to six band lines: the high and low ends of a
 // range, a limit band and an alert band. The host reads the items from the trend definition and

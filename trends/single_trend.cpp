@@ -1,9 +1,9 @@
-#include "trends/single_trend.h"
+#include "tessaline/trends/single_trend.h"
 
 #include <cmath>
 
-#include "frame/data_type_controller.h"
-#include "frame/logger.h"
+#include "tessaline/frame/data_type_controller.h"
+#include "tessaline/frame/logger.h"
 
 namespace tessaline {
 

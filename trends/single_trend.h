@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "frame/control_frame.h"
-#include "frame/definitions.h"
-#include "trends/chart_frame.h"
+#include "tessaline/frame/control_frame.h"
+#include "tessaline/frame/definitions.h"
+#include "tessaline/trends/chart_frame.h"
 
 // What the two single-item trends share: one value and its unit by subscription, the reduced
 // set of data members that a host reaches by name (a trend is no IDTMDataControl), the unit

@@ -1,7 +1,7 @@
-#include "trends/waveform.h"
+#include "tessaline/trends/waveform.h"
 
-#include "frame/logger.h"
-#include "values/vb_error.h"
+#include "tessaline/frame/logger.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

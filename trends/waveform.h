@@ -1,7 +1,7 @@
 #pragma once
 
-#include "frame/interfaces.h"
-#include "trends/host_fed_chart.h"
+#include "tessaline/frame/interfaces.h"
+#include "tessaline/trends/host_fed_chart.h"
 
 // One curve, y against x, from two arrays that the host hands over, drawn when the host asks
 // or the viewport moves. It keeps no history; zooming and scrolling move over the data on both

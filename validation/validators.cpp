@@ -1,9 +1,9 @@
-#include "validation/validators.h"
+#include "tessaline/validation/validators.h"
 
 #include <optional>
 #include <string_view>
 
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

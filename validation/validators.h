@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "frame/data_type_controller.h"
-#include "frame/property_table.h"
-#include "platform/xml.h"
-#include "values/variant.h"
+#include "tessaline/frame/data_type_controller.h"
+#include "tessaline/frame/property_table.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/values/variant.h"
 
 // The three checks of a `validators` element. Each Validate reads the element afresh, walks
 // its children in document order and lets every child of its own kind replace the answer, so

@@ -1,8 +1,8 @@
-#include "values/arithmetic.h"
+#include "tessaline/values/arithmetic.h"
 
 #include <cmath>
 
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

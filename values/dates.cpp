@@ -1,12 +1,12 @@
-#include "values/dates.h"
+#include "tessaline/values/dates.h"
 
 #include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <vector>
 
-#include "values/text.h"
-#include "values/vb_error.h"
+#include "tessaline/values/text.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "values/variant.h"
+#include "tessaline/values/variant.h"
 
 // Dates as the language keeps them: a serial of days since 30 December 1899, the time of day
 // as the fraction (for serials below zero the fraction still counts forward from midnight).

@@ -1,4 +1,4 @@
-#include "values/locale.h"
+#include "tessaline/values/locale.h"
 
 namespace tessaline {
 

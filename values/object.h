@@ -6,7 +6,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "values/text.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

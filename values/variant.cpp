@@ -1,4 +1,4 @@
-#include "values/variant.h"
+#include "tessaline/values/variant.h"
 
 #include <charconv>
 #include <cmath>
@@ -6,9 +6,9 @@
 #include <cstring>
 #include <ostream>
 
-#include "values/dates.h"
-#include "values/locale.h"
-#include "values/text.h"
+#include "tessaline/values/dates.h"
+#include "tessaline/values/locale.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline {
 

@@ -9,7 +9,7 @@
 #include <variant>
 #include <vector>
 
-#include "values/object.h"
+#include "tessaline/values/object.h"
 
 namespace tessaline {
 

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline {
 

@@ -1,4 +1,4 @@
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 #include <new>
 

@@ -2,8 +2,8 @@
 
 #include "apps/demo/sample_charts.h"
 #include "apps/demo/scenes.h"
-#include "platform/chart.h"
-#include "platform/picture.h"
+#include "tessaline/platform/chart.h"
+#include "tessaline/platform/picture.h"
 
 namespace tessaline::demo {
 

@@ -1,11 +1,11 @@
 #include <memory>
 
 #include "apps/demo/scenes.h"
-#include "entry/data_check_box.h"
-#include "entry/date_time_control.h"
-#include "host/reference_host.h"
-#include "platform/headless/headless.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/entry/data_check_box.h"
+#include "tessaline/entry/date_time_control.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace tessaline::demo {
 

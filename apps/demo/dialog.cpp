@@ -1,16 +1,16 @@
 #include <memory>
 
 #include "apps/demo/scenes.h"
-#include "display/data_label.h"
-#include "display/launch_label.h"
-#include "entry/data_combo_box.h"
-#include "entry/data_combo_box2.h"
-#include "entry/data_text_box.h"
-#include "host/form.h"
-#include "host/reference_host.h"
-#include "platform/headless/headless.h"
-#include "platform/regexp/pcre2_regexp.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/display/data_label.h"
+#include "tessaline/display/launch_label.h"
+#include "tessaline/entry/data_combo_box.h"
+#include "tessaline/entry/data_combo_box2.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/host/form.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace tessaline::demo {
 

@@ -2,15 +2,15 @@
 #include <memory>
 
 #include "apps/demo/scenes.h"
-#include "gauges/angular_gauge.h"
-#include "gauges/data_gauge.h"
-#include "gauges/dynamic_gauge.h"
-#include "host/reference_host.h"
-#include "platform/chart/codecs.h"
-#include "platform/chart_recorder.h"
-#include "platform/headless/headless.h"
-#include "platform/picture.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/gauges/angular_gauge.h"
+#include "tessaline/gauges/data_gauge.h"
+#include "tessaline/gauges/dynamic_gauge.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/chart_recorder.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace tessaline::demo {
 

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "apps/demo/scenes.h"
-#include "platform/chart/install.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/values/vb_error.h"
 
 int main(int argc, char** argv) {
   std::filesystem::path out = "out";

@@ -1,16 +1,16 @@
-#include "navigation/navigation.h"
+#include "tessaline/navigation/navigation.h"
 
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <memory>
 
-#include "action/launch_button.h"
 #include "apps/demo/scenes.h"
-#include "host/reference_host.h"
-#include "platform/chart/codecs.h"
-#include "platform/headless/headless.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/action/launch_button.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace tessaline::demo {
 

@@ -1,12 +1,12 @@
 #include <memory>
 
 #include "apps/demo/scenes.h"
-#include "entry/data_text_box.h"
-#include "host/reference_host.h"
-#include "platform/headless/headless.h"
-#include "platform/regexp/pcre2_regexp.h"
-#include "platform/xml/pugi_dom.h"
-#include "values/locale.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/xml/pugi_dom.h"
+#include "tessaline/values/locale.h"
 
 namespace tessaline::demo {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/chart.h"
+#include "tessaline/platform/chart.h"
 
 // Sample charts drawn through the chart interfaces, as the chart controls draw theirs: for the
 // demo's pictures and for the redraw benchmarks.

@@ -3,11 +3,11 @@
 #include <ostream>
 #include <string>
 
-#include "display/data_label.h"
-#include "display/launch_label.h"
-#include "entry/data_combo_box2.h"
-#include "entry/data_text_box.h"
-#include "host/reference_host.h"
+#include "tessaline/display/data_label.h"
+#include "tessaline/display/launch_label.h"
+#include "tessaline/entry/data_combo_box2.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/host/reference_host.h"
 
 // Writes what happens in a scene for people to read: what the host and the user do, each
 // call that reaches the host, and what the user sees afterwards.

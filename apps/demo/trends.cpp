@@ -3,15 +3,15 @@
 #include <memory>
 
 #include "apps/demo/scenes.h"
-#include "host/reference_host.h"
-#include "platform/chart/codecs.h"
-#include "platform/headless/headless.h"
-#include "platform/picture.h"
-#include "platform/xml/pugi_dom.h"
-#include "trends/data_trend.h"
-#include "trends/dynamic_trend.h"
-#include "trends/multi_trend.h"
-#include "trends/waveform.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/platform/xml/pugi_dom.h"
+#include "tessaline/trends/data_trend.h"
+#include "tessaline/trends/dynamic_trend.h"
+#include "tessaline/trends/multi_trend.h"
+#include "tessaline/trends/waveform.h"
 
 namespace tessaline::demo {
 

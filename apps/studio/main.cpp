@@ -13,9 +13,9 @@
 #include <iostream>
 
 #include "apps/studio/main_window.h"
-#include "platform/chart/install.h"
-#include "platform/qt/qt_backend.h"
-#include "platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/qt/qt_backend.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
 
 namespace {
 

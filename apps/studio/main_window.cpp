@@ -15,7 +15,7 @@
 #include <algorithm>
 #include <functional>
 
-#include "platform/qt/qt_backend.h"
+#include "tessaline/platform/qt/qt_backend.h"
 
 namespace tessaline::studio {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "apps/studio/session.h"
-#include "navigation/navigation.h"
+#include "tessaline/navigation/navigation.h"
 
 class QCheckBox;
 class QLabel;

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <optional>
 
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace tessaline::studio {
 

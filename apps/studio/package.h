@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/xml.h"
-#include "platform/xml/form_file.h"
+#include "tessaline/platform/xml.h"
+#include "tessaline/platform/xml/form_file.h"
 
 // A device package: what tessaline-studio needs to run a device's dialogs. A folder with
 // device.xml and the form files it names:

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "frame/interfaces.h"
-#include "validation/validators.h"
-#include "values/text.h"
+#include "tessaline/frame/interfaces.h"
+#include "tessaline/validation/validators.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::studio {
 

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "apps/studio/package.h"
-#include "host/form.h"
-#include "host/reference_host.h"
+#include "tessaline/host/form.h"
+#include "tessaline/host/reference_host.h"
 
 // The host's side of tessaline-studio, apart from any window: a device package's simulated
 // device behind the reference host, the form on show with its controls bound to parameters,

@@ -8,16 +8,16 @@
 #include <QKeyEvent>
 #include <QWidget>
 
-#include "entry/data_text_box.h"
-#include "gauges/data_gauge.h"
 #include "large_menu.h"
-#include "navigation/navigation.h"
-#include "platform/chart/install.h"
-#include "platform/headless/headless.h"
-#include "platform/qt/qt_backend.h"
-#include "platform/regexp/pcre2_regexp.h"
-#include "platform/xml/pugi_dom.h"
 #include "quiet_host.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/gauges/data_gauge.h"
+#include "tessaline/navigation/navigation.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/qt/qt_backend.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/chart/codecs.h"
-#include "platform/chart/engine.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/chart/codecs.h"
+#include "tessaline/platform/chart/engine.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline::chart {
 

@@ -1,4 +1,4 @@
-#include "platform/chart/codecs.h"
+#include "tessaline/platform/chart/codecs.h"
 
 // clang-format off
 #include <cstdio>  // jpeglib.h needs FILE declared first

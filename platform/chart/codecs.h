@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/picture.h"
+#include "tessaline/platform/picture.h"
 
 // Encoders and decoders of the picture formats that charts and picture buttons use.
 namespace tessaline::chart {

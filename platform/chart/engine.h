@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "platform/chart.h"
-#include "platform/chart/install.h"
-#include "platform/chart/label_format.h"
-#include "platform/chart/paint.h"
-#include "platform/chart/scale.h"
-#include "platform/picture.h"
+#include "tessaline/platform/chart.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/chart/label_format.h"
+#include "tessaline/platform/chart/paint.h"
+#include "tessaline/platform/chart/scale.h"
+#include "tessaline/platform/picture.h"
 
 // The chart engine behind the chart interfaces: each chart object keeps what it is told and
 // draws it all at makeChart2.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/chart.h"
+#include "tessaline/platform/chart.h"
 
 // The chart engine as applications and tests install it.
 namespace tessaline::chart {

@@ -1,13 +1,13 @@
-#include "platform/chart/label_format.h"
+#include "tessaline/platform/chart/label_format.h"
 
 #include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/chart/scale.h"
-#include "values/text.h"
-#include "values/variant.h"
+#include "tessaline/platform/chart/scale.h"
+#include "tessaline/values/text.h"
+#include "tessaline/values/variant.h"
 
 namespace tessaline::chart {
 

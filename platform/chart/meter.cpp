@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/chart/engine.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/chart/engine.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline::chart {
 

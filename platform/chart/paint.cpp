@@ -1,13 +1,13 @@
-#include "platform/chart/paint.h"
+#include "tessaline/platform/chart/paint.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <vector>
 
-#include "platform/chart/label_format.h"
-#include "platform/chart/thin_line.h"
-#include "values/text.h"
+#include "tessaline/platform/chart/label_format.h"
+#include "tessaline/platform/chart/thin_line.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::chart {
 

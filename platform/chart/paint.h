@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/picture.h"
+#include "tessaline/platform/picture.h"
 
 // The drawing side of the chart engine: colours, fonts and text on a cairo image.
 namespace tessaline::chart {

@@ -1,4 +1,4 @@
-#include "platform/chart/scale.h"
+#include "tessaline/platform/chart/scale.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "platform/chart/thin_line.h"
+#include "tessaline/platform/chart/thin_line.h"
 
 #include <algorithm>
 #include <cmath>

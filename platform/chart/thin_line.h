@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/chart/paint.h"
+#include "tessaline/platform/chart/paint.h"
 
 // Lines one pixel wide, anti-aliased, written straight into the canvas's premultiplied ARGB32
 // pixels. Along the major direction of each segment every pixel column (or row) gets the ink of

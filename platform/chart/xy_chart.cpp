@@ -2,8 +2,8 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/chart/engine.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/chart/engine.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline::chart {
 

@@ -1,11 +1,11 @@
-#include "platform/headless/headless.h"
+#include "tessaline/platform/headless/headless.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "platform/picture.h"
-#include "platform/text_editing.h"
-#include "values/dates.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/platform/text_editing.h"
+#include "tessaline/values/dates.h"
 
 namespace tessaline::headless {
 

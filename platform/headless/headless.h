@@ -9,12 +9,12 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/chart_viewer.h"
-#include "platform/settable_clock.h"
-#include "platform/widgets.h"
-#include "values/locale.h"
-#include "values/text.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/chart_viewer.h"
+#include "tessaline/platform/settable_clock.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/locale.h"
+#include "tessaline/values/text.h"
+#include "tessaline/values/vb_error.h"
 
 // The headless backend: every child control in memory, with the behaviour of the classic
 // controls that the composite controls rely on, and a user that tests drive: focus, click,

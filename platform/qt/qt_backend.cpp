@@ -1,4 +1,4 @@
-#include "platform/qt/qt_backend.h"
+#include "tessaline/platform/qt/qt_backend.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -14,9 +14,9 @@
 #include <cmath>
 #include <optional>
 
-#include "platform/qt/qt_widgets.h"
-#include "values/locale.h"
-#include "values/text.h"
+#include "tessaline/platform/qt/qt_widgets.h"
+#include "tessaline/values/locale.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::qt {
 

@@ -3,9 +3,9 @@
 #include <memory>
 #include <vector>
 
-#include "platform/settable_clock.h"
-#include "platform/widgets.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/settable_clock.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/vb_error.h"
 
 class QWidget;
 

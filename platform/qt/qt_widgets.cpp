@@ -1,4 +1,4 @@
-#include "platform/qt/qt_widgets.h"
+#include "tessaline/platform/qt/qt_widgets.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -15,9 +15,9 @@
 #include <limits>
 #include <vector>
 
-#include "platform/picture.h"
-#include "values/dates.h"
-#include "values/text.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/values/dates.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::qt {
 

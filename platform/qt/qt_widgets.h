@@ -24,10 +24,10 @@
 #include <memory>
 #include <string>
 
-#include "platform/chart_viewer.h"
-#include "platform/qt/qt_backend.h"
-#include "platform/text_editing.h"
-#include "platform/widgets.h"
+#include "tessaline/platform/chart_viewer.h"
+#include "tessaline/platform/qt/qt_backend.h"
+#include "tessaline/platform/text_editing.h"
+#include "tessaline/platform/widgets.h"
 
 // The widgets of the Qt backend. Each class maps one interface of platform/widgets.h to a Qt
 // widget and nothing more: the rules that the composite controls rely on are those of the

@@ -1,12 +1,12 @@
 #define PCRE2_CODE_UNIT_WIDTH 8
-#include "platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
 
 #include <pcre2.h>
 
 #include <memory>
 #include <unordered_map>
 
-#include "values/vb_error.h"
+#include "tessaline/values/vb_error.h"
 
 namespace tessaline::regexp {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/regexp.h"
+#include "tessaline/platform/regexp.h"
 
 // The regular-expression object on PCRE2, with the classic runtime's syntax and behaviour:
 // "$" only at the very end, case-sensitive, first match only, braces that aren't quantifiers

@@ -1,4 +1,4 @@
-#include "platform/xml/form_file.h"
+#include "tessaline/platform/xml/form_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -15,9 +15,9 @@
 #include <sstream>
 #include <system_error>
 
-#include "platform/font.h"
-#include "platform/picture.h"
-#include "values/text.h"
+#include "tessaline/platform/font.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::xml {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/property_bag.h"
+#include "tessaline/platform/property_bag.h"
 
 // A host's form saved as a readable XML file: the form's size, and for each control its class,
 // its name, its place on the form and its property bag. Every value keeps its kind. A file that

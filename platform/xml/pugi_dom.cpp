@@ -1,4 +1,4 @@
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/platform/xml/pugi_dom.h"
 
 #include <pugixml.hpp>
 #include <vector>

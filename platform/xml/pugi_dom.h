@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/xml.h"
+#include "tessaline/platform/xml.h"
 
 // The XML DOM on pugixml: documents for hosts, tests and the demo. The controls never parse;
 // they read the nodes that a host hands them.

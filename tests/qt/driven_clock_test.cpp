@@ -5,11 +5,11 @@
 #include <QApplication>
 #include <algorithm>
 
-#include "host/reference_host.h"
-#include "platform/chart/install.h"
-#include "platform/qt/qt_backend.h"
-#include "trends/dynamic_trend.h"
-#include "values/locale.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/qt/qt_backend.h"
+#include "tessaline/trends/dynamic_trend.h"
+#include "tessaline/values/locale.h"
 
 namespace tessaline {
 namespace {

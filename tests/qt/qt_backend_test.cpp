@@ -1,6 +1,6 @@
 // What only the Qt backend can show: pixels on real widgets, the picture shared with the
 // viewer, tooltips on the screen, the system clipboard, rows painted by their control.
-#include "platform/qt/qt_backend.h"
+#include "tessaline/platform/qt/qt_backend.h"
 
 #include <gtest/gtest.h>
 
@@ -24,17 +24,17 @@
 #include <QToolTip>
 #include <QTreeWidget>
 
-#include "entry/data_combo_box.h"
-#include "entry/data_text_box.h"
-#include "gauges/data_gauge.h"
-#include "host/reference_host.h"
-#include "navigation/navigation.h"
-#include "platform/chart/install.h"
-#include "platform/picture.h"
-#include "platform/regexp/pcre2_regexp.h"
-#include "platform/xml/pugi_dom.h"
+#include "tessaline/entry/data_combo_box.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/gauges/data_gauge.h"
+#include "tessaline/host/reference_host.h"
+#include "tessaline/navigation/navigation.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/picture.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/platform/xml/pugi_dom.h"
+#include "tessaline/values/locale.h"
 #include "user.h"
-#include "values/locale.h"
 
 namespace tessaline {
 namespace {

@@ -9,13 +9,13 @@
 #include <QTimer>
 
 #include "apps/studio/main_window.h"
-#include "entry/data_text_box.h"
-#include "entry/list_control.h"
-#include "platform/chart/install.h"
-#include "platform/qt/qt_backend.h"
-#include "platform/regexp/pcre2_regexp.h"
+#include "tessaline/entry/data_text_box.h"
+#include "tessaline/entry/list_control.h"
+#include "tessaline/platform/chart/install.h"
+#include "tessaline/platform/qt/qt_backend.h"
+#include "tessaline/platform/regexp/pcre2_regexp.h"
+#include "tessaline/values/locale.h"
 #include "user.h"
-#include "values/locale.h"
 
 namespace tessaline {
 namespace {

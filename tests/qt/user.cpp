@@ -19,10 +19,10 @@
 #include <cmath>
 #include <string>
 
-#include "platform/headless/headless.h"
-#include "platform/qt/qt_backend.h"
-#include "platform/qt/qt_widgets.h"
-#include "values/text.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/qt/qt_backend.h"
+#include "tessaline/platform/qt/qt_widgets.h"
+#include "tessaline/values/text.h"
 
 namespace tessaline::testing {
 

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/chart_viewer.h"
-#include "platform/headless/headless.h"
-#include "platform/widgets.h"
-#include "values/vb_error.h"
+#include "tessaline/platform/chart_viewer.h"
+#include "tessaline/platform/headless/headless.h"
+#include "tessaline/platform/widgets.h"
+#include "tessaline/values/vb_error.h"
 
 // A user of the controls on either backend: the same actions, as the headless test API takes
 // them and as Qt receives them from the keyboard and the mouse.
