@@ -2,9 +2,10 @@
  * has loaded libtessaline.so, with the meaning they have for an in-process COM server, and the
  * few calls on the objects they hand out. Plain C, so that any host can use them.
  *
- *   DllGetClassObject   the class object of a class identifier, asked for IClassFactory or
- *                       IUnknown; CLASS_E_CLASSNOTAVAILABLE for a class this build doesn't
- *                       carry or that a host can't create.
+ *   DllGetClassObject   the class object of a class identifier (or, for a host without the
+ *                       catalogue, a ProgID), asked for IClassFactory or IUnknown;
+ *                       CLASS_E_CLASSNOTAVAILABLE for a class this build doesn't carry or
+ *                       that a host can't create.
  *   DllCanUnloadNow     S_OK when no object handed out lives and no lock is held, S_FALSE
  *                       otherwise.
  *   DllRegisterServer   writes the library's classes into the catalogue file that hosts read

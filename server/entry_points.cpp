@@ -146,10 +146,9 @@ int32_t DllGetClassObject(const char* classId, const char* interfaceId, Tessalin
   if (!object) return TESSALINE_E_POINTER;
   *object = nullptr;
   return boundary([&] {
-    // A class identifier only, as the platform's registry hands it over; names and ProgIDs
-    // are the catalogue file's business.
+    // A class identifier, as the platform's registry hands it over; a ProgID is taken too, so
+    // that a host without the catalogue file can still name the class.
     const CatalogueEntry* entry = classId ? findClass(classId) : nullptr;
-    if (entry && !is(classId, entry->identity->classId)) entry = nullptr;
     if (!entry || !entry->create || !entry->identity->creatable()) {
       return TESSALINE_CLASS_E_CLASSNOTAVAILABLE;
     }
